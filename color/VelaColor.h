@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QList>
+#include <QMetaType>
 #include <QString>
 #include <QtGlobal>
 
