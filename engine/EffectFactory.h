@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDomNode>
+#include <QString>
+#include <QStringList>
+
+class Effect;
+class MapModel;
+class MetaEffect;
+class QDomElement;
+
+/// Type names, numbers and icons of the effects, and how a name becomes an object.
+namespace EffectFactory {
+
+using Creator = Effect* (*)(MapModel* model, quint64 gid, QDomElement* element);
+
+/// Makes the type creatable; called by registerEffects() at start-up, a line a type.
+void registerCreator(int typeNumber, Creator creator);
+/// -1 for an unknown name.
+int typeNumber(const QString& typeName);
+/// Empty for a number without a type.
+QString typeName(int typeNumber);
+/// Resource path; empty for a number without a type.
+QString iconPath(int typeNumber);
+/// The known type names, in no particular order.
+QStringList effectTypeNames();
+/// A new effect of that type without a group; `element` may be null. Null, with a line in the
+/// debug log, for a name that isn't known or can't be created.
+Effect* createEffect(const QString& typeName, MapModel* model, QDomElement* element);
+/// The effect of an "effect" element, by its first "type" child; null where there is none.
+Effect* createEffectFromXml(const QDomNode& node, MapModel* model);
+/// Reads a show file. Null, with a line in the debug log, where it can't be read or isn't a show.
+MetaEffect* loadShow(const QString& path, MapModel* model);
+/// The same for the file's text.
+MetaEffect* parseShow(const QString& text, MapModel* model);
+
+} // namespace EffectFactory
