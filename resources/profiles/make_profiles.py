@@ -7,6 +7,8 @@
 The table has one row per channel: CIE 1931 x and y and the relative luminous flux of the emitter,
 calibrated (what every unit of the type reaches) and nominal (data sheet). Empty nominal columns
 mean that the nominal values are the calibrated ones. An empty label gives the channel no name.
+A fixture of two whites has three rows: its second lamp is the third, as blue is of RGB, and the
+row between is the even mix that green asks for.
 
 Tristimulus values are scaled so that the nominal Y of the first three channels adds up to 1, and
 rounded to four decimals. The script refuses a table in which a calibrated red, green or blue
