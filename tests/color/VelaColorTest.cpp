@@ -152,13 +152,13 @@ void VelaColorTest::constructorsClearTintweave_data()
     QTest::addColumn<quint32>("alpha");
     QTest::newRow("QColor") << VelaColor(QColor(1, 2, 254, 128)) << 0x01010101U << 0x02020202U
                             << 0xFEFEFEFEU << 0x80808080U;
-    QTest::newRow("QColor in HSV") << VelaColor(QColor::fromHsv(120, 255, 255)) << 0U
-                                   << 0xFFFFFFFFU << 0U << 0xFFFFFFFFU;
+    QTest::newRow("QColor in HSV")
+        << VelaColor(QColor::fromHsv(120, 255, 255)) << 0U << 0xFFFFFFFFU << 0U << 0xFFFFFFFFU;
     QTest::newRow("QColor, invalid") << VelaColor(QColor()) << 0U << 0U << 0U << 0xFFFFFFFFU;
     QTest::newRow("text") << VelaColor(QStringLiteral("#102030")) << 0x10101010U << 0x20202020U
                           << 0x30303030U << 0xFFFFFFFFU;
-    QTest::newRow("QRgb, top byte ignored") << VelaColor(QRgb(0x00123456U)) << 0x12121212U
-                                            << 0x34343434U << 0x56565656U << 0xFFFFFFFFU;
+    QTest::newRow("QRgb, top byte ignored")
+        << VelaColor(QRgb(0x00123456U)) << 0x12121212U << 0x34343434U << 0x56565656U << 0xFFFFFFFFU;
     QTest::newRow("16 bits") << VelaColor(0x1234, 0, 65535, 0x8000) << 0x12341234U << 0U
                              << 0xFFFFFFFFU << 0x80008000U;
     QTest::newRow("global") << VelaColor(Qt::darkCyan) << 0U << 0x80808080U << 0x80808080U
@@ -211,11 +211,11 @@ void VelaColorTest::settersTestTheirRanges_data()
     addRangeRows("setRgb16", 0, 65535, 65535, 1);
     addRangeRows("setHsv8", 0, 360, 255, 1); // -1 is refused here
     addRangeRows("setHsvF", 0, 1, 1, 1e-9);
-    QTest::newRow("setHsvF, hue -1") << QStringLiteral("setHsvF") << -1.0 << 0.5 << 0.5 << 0.5
-                                     << true;
+    QTest::newRow("setHsvF, hue -1")
+        << QStringLiteral("setHsvF") << -1.0 << 0.5 << 0.5 << 0.5 << true;
     const QString hsv16 = QStringLiteral("setHsv16");
-    QTest::newRow("setHsv16, all highest") << hsv16 << 65535.0 << 65535.0 << 65535.0 << 65535.0
-                                           << true;
+    QTest::newRow("setHsv16, all highest")
+        << hsv16 << 65535.0 << 65535.0 << 65535.0 << 65535.0 << true;
     QTest::newRow("setHsv16, hue -1") << hsv16 << -1.0 << 0.0 << 0.0 << 0.0 << true;
     QTest::newRow("setHsv16, hue far below 0") << hsv16 << -100000.0 << 0.0 << 0.0 << 0.0 << true;
     QTest::newRow("setHsv16, hue above") << hsv16 << 65536.0 << 0.0 << 0.0 << 0.0 << false;
@@ -258,8 +258,7 @@ void VelaColorTest::settersTestTheirRanges()
         QVERIFY(isResetState(color));
         return;
     }
-    QCOMPARE(color.spec(),
-             name.contains(QLatin1String("Hsv")) ? VelaColor::Hsv : VelaColor::Rgb);
+    QCOMPARE(color.spec(), name.contains(QLatin1String("Hsv")) ? VelaColor::Hsv : VelaColor::Rgb);
     QCOMPARE(color.channelLayout(), 1U);
     QCOMPARE(color.profileId(), 7U);
     QCOMPARE(color.tintweave(), false); // as it was
@@ -272,8 +271,8 @@ void VelaColorTest::factoriesTestTheirRanges_data()
     addRangeRows("fromRgbF", 0, 1, 1, 1e-9);
     addRangeRows("fromHsv", -1, 359, 255, 1);
     addRangeRows("fromHsvF", 0, 1, 1, 1e-9);
-    QTest::newRow("fromHsvF, hue -1") << QStringLiteral("fromHsvF") << -1.0 << 0.5 << 0.5 << 0.5
-                                      << true;
+    QTest::newRow("fromHsvF, hue -1")
+        << QStringLiteral("fromHsvF") << -1.0 << 0.5 << 0.5 << 0.5 << true;
 }
 
 void VelaColorTest::factoriesTestTheirRanges()
@@ -303,8 +302,7 @@ void VelaColorTest::factoriesTestTheirRanges()
         QVERIFY(isResetState(color));
         return;
     }
-    QCOMPARE(color.spec(),
-             name.contains(QLatin1String("Hsv")) ? VelaColor::Hsv : VelaColor::Rgb);
+    QCOMPARE(color.spec(), name.contains(QLatin1String("Hsv")) ? VelaColor::Hsv : VelaColor::Rgb);
     QCOMPARE(color.channelLayout(), 1U);
     QCOMPARE(color.profileId(), 7U);
     QCOMPARE(color.tintweave(), true);
@@ -770,8 +768,7 @@ void VelaColorTest::blackness_data()
     yxy.setYxyF(kNan, 0.3, 0.3);
     QTest::newRow("Yxy, NaN") << yxy << false;
     QTest::newRow("channels 0") << VelaColor::fromNchannelF({1, 0, 0, 0}, 3, 6, true) << true;
-    QTest::newRow("last channel") << VelaColor::fromNchannelF({1, 0, 0, 0, 1}, 3, 6, true)
-                                  << false;
+    QTest::newRow("last channel") << VelaColor::fromNchannelF({1, 0, 0, 0, 1}, 3, 6, true) << false;
     QTest::newRow("no channels") << VelaColor::fromNchannelF({1}, 3, 6, true) << true;
 }
 
@@ -817,8 +814,8 @@ void VelaColorTest::equalityIsExact_data()
     QTest::newRow("RGB, blue") << rgb << VelaColor::fromRgb(10, 20, 31, 40, 5) << false;
     QTest::newRow("RGB, alpha") << rgb << VelaColor::fromRgb(10, 20, 30, 41, 5) << false;
     QTest::newRow("RGB, profile") << rgb << VelaColor::fromRgb(10, 20, 30, 40, 6) << false;
-    QTest::newRow("RGB, layout")
-        << rgb << with(rgb, [](VelaColor* c) { c->setChannelLayout(3); }) << false;
+    QTest::newRow("RGB, layout") << rgb << with(rgb, [](VelaColor* c) { c->setChannelLayout(3); })
+                                 << false;
     QTest::newRow("RGB, tintweave")
         << rgb << with(rgb, [](VelaColor* c) { c->setTintweave(false); }) << false;
     QTest::newRow("black in RGB and HSV")
@@ -838,20 +835,19 @@ void VelaColorTest::equalityIsExact_data()
     };
     QTest::newRow("Yxy") << yxy(0.5, 0.3, 0.4, 1) << yxy(0.5, 0.3, 0.4, 1) << true;
     QTest::newRow("Yxy, Y") << yxy(0.5, 0.3, 0.4, 1) << yxy(0.6, 0.3, 0.4, 1) << false;
-    QTest::newRow("Yxy, x") << yxy(0.5, 0.3, 0.4, 1)
-                            << yxy(0.5, std::nextafter(0.3, 1.0), 0.4, 1) << false;
+    QTest::newRow("Yxy, x") << yxy(0.5, 0.3, 0.4, 1) << yxy(0.5, std::nextafter(0.3, 1.0), 0.4, 1)
+                            << false;
     QTest::newRow("Yxy, y") << yxy(0.5, 0.3, 0.4, 1) << yxy(0.5, 0.3, 0.41, 1) << false;
     QTest::newRow("Yxy, alpha") << yxy(0.5, 0.3, 0.4, 1) << yxy(0.5, 0.3, 0.4, 0.5) << false;
-    QTest::newRow("Yxy, zeros of both signs") << yxy(0.0, 0.3, 0.4, 1) << yxy(-0.0, 0.3, 0.4, 1)
-                                              << true;
+    QTest::newRow("Yxy, zeros of both signs")
+        << yxy(0.0, 0.3, 0.4, 1) << yxy(-0.0, 0.3, 0.4, 1) << true;
 
     const VelaColor channels = VelaColor::fromNchannelF({1, 0.1, 0.2, 0.3, 0.4}, 3, 6, true);
     QTest::newRow("channels") << channels << VelaColor(channels) << true;
     QTest::newRow("channels, one")
         << channels << VelaColor::fromNchannelF({1, 0.1, 0.2, 0.3, 0.5}, 3, 6, true) << false;
-    QTest::newRow("channels, count")
-        << VelaColor::fromNchannelF({1, 0.1, 0}, 3, 6, true)
-        << VelaColor::fromNchannelF({1, 0.1}, 3, 6, true) << false;
+    QTest::newRow("channels, count") << VelaColor::fromNchannelF({1, 0.1, 0}, 3, 6, true)
+                                     << VelaColor::fromNchannelF({1, 0.1}, 3, 6, true) << false;
     QTest::newRow("channels, alpha")
         << channels << VelaColor::fromNchannelF({0.9, 0.1, 0.2, 0.3, 0.4}, 3, 6, true) << false;
     QTest::newRow("channels, fromYxy")
@@ -899,8 +895,8 @@ void VelaColorTest::hashes_data()
         return color;
     };
     QTest::newRow("RGB") << VelaColor::fromRgb(0x12, 0x34, 0x56, 0x78) << 0x12345678U;
-    QTest::newRow("RGB takes low bytes") << VelaColor(0xAA01, 0xBB02, 0xCC03, 0xDD04)
-                                         << 0x01020304U;
+    QTest::newRow("RGB takes low bytes")
+        << VelaColor(0xAA01, 0xBB02, 0xCC03, 0xDD04) << 0x01020304U;
     // Hue 120 degrees is stored as 12000 = 0x2EE0.
     QTest::newRow("HSV") << VelaColor::fromHsv(120, 0x11, 0x22, 0x33) << 0xE0112233U;
     QTest::newRow("HSV, achromatic") << VelaColor::fromHsv(-1, 0, 0x22, 0x33) << 0xFF002233U;

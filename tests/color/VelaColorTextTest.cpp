@@ -75,8 +75,8 @@ void VelaColorTextTest::writesText_data()
                          << QStringLiteral("aRgb;1;0;#ffff1234abcd0000");
     VelaColor odd = VelaColor::fromRgb(255, 1, 2, 128, 7);
     odd.setChannelLayout(5);
-    QTest::newRow("RGB with layout and profile") << odd
-                                                 << QStringLiteral("aRgb;5;7;#8080ffff01010202");
+    QTest::newRow("RGB with layout and profile")
+        << odd << QStringLiteral("aRgb;5;7;#8080ffff01010202");
     VelaColor hsv = VelaColor::fromHsv(240, 255, 255, 255, 9);
     hsv.setChannelLayout(3);
     QTest::newRow("HSV as RGB, own layout and profile")
@@ -88,8 +88,7 @@ void VelaColorTextTest::writesText_data()
     VelaColor channels;
     channels.setNchannel16({0x8000, 1, 2, 3, 65535}, 6, 5, true);
     channels.setFromYxy(1);
-    QTest::newRow("channels") << channels
-                              << QStringLiteral("aNchannel;6;5;32768;1;2;3;65535;1;1");
+    QTest::newRow("channels") << channels << QStringLiteral("aNchannel;6;5;32768;1;2;3;65535;1;1");
     channels.setTintweave(false);
     channels.setFromYxy(0);
     QTest::newRow("channels, nominal")
@@ -168,8 +167,7 @@ void VelaColorTextTest::yxyTextTakesAnyDouble_data()
 void VelaColorTextTest::yxyTextTakesAnyDouble()
 {
     QFETCH(const QString, field);
-    const VelaColor color =
-        read(QStringLiteral("aYxy;1;0;65535;%1;%1;%1").arg(field));
+    const VelaColor color = read(QStringLiteral("aYxy;1;0;65535;%1;%1;%1").arg(field));
     QCOMPARE(color.spec(), VelaColor::Yxy);
     // Whatever it holds, each use of it ends in a value.
     QVERIFY(color.toString().startsWith(QLatin1String("aYxy;1;0;65535;")));
@@ -285,14 +283,31 @@ void VelaColorTextTest::readsHex()
 void VelaColorTextTest::hexOutOfRangeWarns_data()
 {
     QTest::addColumn<QString>("text");
-    for (const char* const text :
-         {"#", "#1", "#12", "#123", "#1234567", "#123456789", "#123456789012345", "#gg0000",
-          "#0g0000", "#00g000", "#0000g0", "#0000 0", "#x0123456", "#000g00000000",
-          "#00000g000000", "#0000000000g0", "#00000000000000-1", "#ff;1;2;3", "aRgb;1;0;#12",
-          "aRgb;1;0;#00zz00", "aRgb;1;0;#"}) {
+    for (const char* const text : {"#",
+                                   "#1",
+                                   "#12",
+                                   "#123",
+                                   "#1234567",
+                                   "#123456789",
+                                   "#123456789012345",
+                                   "#gg0000",
+                                   "#0g0000",
+                                   "#00g000",
+                                   "#0000g0",
+                                   "#0000 0",
+                                   "#x0123456",
+                                   "#000g00000000",
+                                   "#00000g000000",
+                                   "#0000000000g0",
+                                   "#00000000000000-1",
+                                   "#ff;1;2;3",
+                                   "aRgb;1;0;#12",
+                                   "aRgb;1;0;#00zz00",
+                                   "aRgb;1;0;#"}) {
         QTest::newRow(text) << QString::fromLatin1(text);
     }
-    QTest::newRow("beyond Latin-1") << QString::fromUtf8("#00\u4e2d\u6587" "00");
+    QTest::newRow("beyond Latin-1") << QString::fromUtf8("#00\u4e2d\u6587"
+                                                         "00");
 }
 
 void VelaColorTextTest::hexOutOfRangeWarns()
