@@ -123,10 +123,12 @@ quint16 truncated16(double drive)
     return static_cast<quint16>(limitI32(drive * 65535.0, 0, 65535));
 }
 
-void storeHighFirst(quint16 level, quint8* bytes)
+/// High byte first; returns the place behind.
+quint8* putLevel(quint16 level, quint8* bytes)
 {
     bytes[0] = static_cast<quint8>(level >> 8U);
     bytes[1] = static_cast<quint8>(level & 0xFFU);
+    return bytes + 2;
 }
 
 const quint8* narrowTable(const Curve* curve, bool forward)
@@ -211,9 +213,9 @@ void writeChannels(int count, int width, const double* drives, quint8* bytes, in
         for (int i = 0; i < count; ++i) {
             const quint16 linear = rounded16(drives[i]);
             if (width == 1) {
-                bytes[i] = level8(curveId, linear);
+                *bytes++ = level8(curveId, linear);
             } else {
-                storeHighFirst(level16(curveId, linear), bytes + 2 * i);
+                bytes = putLevel(level16(curveId, linear), bytes);
             }
         }
         return;
@@ -230,7 +232,7 @@ void writeChannels(int count, int width, const double* drives, quint8* bytes, in
     for (int i = 0; i < count; ++i) {
         quint16 level = 0;
         lut16Lookup(table, truncated16(drives[i]), &level);
-        storeHighFirst(level, bytes + 2 * i);
+        bytes = putLevel(level, bytes);
     }
 }
 

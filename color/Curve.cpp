@@ -65,7 +65,7 @@ namespace {
 struct CurveRegistry
 {
     std::map<int, std::unique_ptr<Curve>> curves;
-    const Curve* known[3]; // the same, without the walk through the map
+    const Curve* known[3] = {}; // the same, without the walk through the map
 };
 
 CurveRegistry makeRegistry()

@@ -115,10 +115,10 @@ void VelaColor::storeHsv(qint32 hue, quint32 saturation, quint32 value)
     m_form.hsv = {hue, saturation, value};
 }
 
-void VelaColor::storeYxy(double Y, double x, double y)
+void VelaColor::storeYxy(double capY, double x, double y)
 {
     m_form = Form{};
-    m_form.yxy = {Y, x, y};
+    m_form.yxy = {capY, x, y};
 }
 
 void VelaColor::setRgb8(int red, int green, int blue, int alpha, int profile)
@@ -301,7 +301,7 @@ quint32 VelaColor::channel32(int index) const
     return index >= 0 && index < channelCount() ? m_form.nchannel.channel[index] : 0;
 }
 
-void VelaColor::setYxy(double Y, double x, double y, quint32 alpha16, int profile)
+void VelaColor::setYxy(double capY, double x, double y, quint32 alpha16, int profile)
 {
     if (alpha16 < 65536) {
         m_spec = Yxy;
@@ -310,10 +310,10 @@ void VelaColor::setYxy(double Y, double x, double y, quint32 alpha16, int profil
         reset();
     }
     m_profileId = static_cast<quint32>(profile);
-    storeYxy(Y, x, y);
+    storeYxy(capY, x, y);
 }
 
-void VelaColor::setYxyF(double Y, double x, double y, double alpha, int profile)
+void VelaColor::setYxyF(double capY, double x, double y, double alpha, int profile)
 {
     if (!isUnit(alpha)) {
         reset();
@@ -322,7 +322,7 @@ void VelaColor::setYxyF(double Y, double x, double y, double alpha, int profile)
     m_spec = Yxy;
     m_alpha = widenF(alpha);
     m_profileId = static_cast<quint32>(profile);
-    storeYxy(Y, x, y);
+    storeYxy(capY, x, y);
 }
 
 void VelaColor::setCapY(double v)
@@ -355,12 +355,12 @@ void VelaColor::setSmallY(double v)
     setYxyKeepingAlpha(old.capY, old.x, v);
 }
 
-void VelaColor::setYxyKeepingAlpha(double Y, double x, double y)
+void VelaColor::setYxyKeepingAlpha(double capY, double x, double y)
 {
     if (m_spec == Yxy) {
-        storeYxy(Y, x, y);
+        storeYxy(capY, x, y);
     } else {
-        setYxy(Y, x, y, m_alpha >> 16U, static_cast<int>(m_profileId));
+        setYxy(capY, x, y, m_alpha >> 16U, static_cast<int>(m_profileId));
     }
 }
 

@@ -41,10 +41,10 @@ bool isNear(double a, double b)
     return qAbs(a - b) < 1e-9;
 }
 
-VelaColor yxy(double Y)
+VelaColor yxy(double capY)
 {
     VelaColor color;
-    color.setYxyF(Y, 0.3, 0.3);
+    color.setYxyF(capY, 0.3, 0.3);
     return color;
 }
 
@@ -53,7 +53,7 @@ VelaColor yxy(double Y)
 void ChannelDrivesTest::sumsTheChannels_data()
 {
     QTest::addColumn<VelaColor>("color");
-    QTest::addColumn<double>("Y");
+    QTest::addColumn<double>("capY");
     QTest::addColumn<double>("x");
     QTest::addColumn<double>("y");
     QTest::newRow("red alone") << VelaColor::fromRgbF(1, 0, 0) << 1.0 << 4.0 / 6.0 << 2.0 / 6.0;
@@ -72,13 +72,13 @@ void ChannelDrivesTest::sumsTheChannels_data()
 void ChannelDrivesTest::sumsTheChannels()
 {
     QFETCH(const VelaColor, color);
-    QFETCH(const double, Y);
+    QFETCH(const double, capY);
     QFETCH(const double, x);
     QFETCH(const double, y);
     for (const int curve : {0, 7}) { // an unknown curve acts as linear
         ColorUtils::XyY out = {9, 9, 9};
         ColorUtils::channelDrivesToXyY(color, fourEmitters(), &out, curve);
-        QVERIFY(isNear(out.Y, Y));
+        QVERIFY(isNear(out.Y, capY));
         QVERIFY(isNear(out.x, x));
         QVERIFY(isNear(out.y, y));
     }
@@ -99,11 +99,11 @@ void ChannelDrivesTest::linearizesByTheCurve()
     QVERIFY(half > 0.15 && half < 0.3);
     ColorUtils::XyY out;
     ColorUtils::channelDrivesToXyY(VelaColor(0x8000, 65535, 0, 65535), fourEmitters(), &out, curve);
-    const double X = 4.0 * half + 1.0;
-    const double Y = 2.0 * half + 6.0;
+    const double sumX = 4.0 * half + 1.0;
+    const double sumY = 2.0 * half + 6.0;
     QCOMPARE(out.Y, 1.0);
-    QVERIFY(isNear(out.x, X / (X + Y + 1.0)));
-    QVERIFY(isNear(out.y, Y / (X + Y + 1.0)));
+    QVERIFY(isNear(out.x, sumX / (sumX + sumY + 1.0)));
+    QVERIFY(isNear(out.y, sumY / (sumX + sumY + 1.0)));
     ColorUtils::channelDrivesToXyY(VelaColor(0x8000, 0, 0, 65535), fourEmitters(), &out, curve);
     QCOMPARE(out.Y, half); // the linear drive
 }

@@ -7,9 +7,11 @@
 #include <cstdlib>
 
 // Counts what the C library hands out: Qt's containers take theirs from there, past operator new.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming): glibc's own names
 extern "C" void* __libc_malloc(std::size_t size);
 extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
 extern "C" void* __libc_realloc(void* block, std::size_t size);
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
 
 namespace {
 

@@ -45,7 +45,9 @@ void addBothCurves()
 void CurveTest::linearCurveHasNoTables()
 {
     const Curve* const linear = ColorUtils::curve(0);
-    QVERIFY(linear != nullptr);
+    if (linear == nullptr) {
+        QFAIL("the linear curve is there");
+    }
     QVERIFY(linear->lut8() == nullptr);
     QVERIFY(linear->lut16() == nullptr);
     QVERIFY(linear->reverse8() == nullptr);
@@ -88,9 +90,11 @@ void CurveTest::anchorsStandInTheTable()
     QFETCH(const int, id);
     QFETCH(const int, first);
     QFETCH(const QVector<int>, anchors);
-    const quint16* const table = ColorUtils::curve(id)->lut16();
+    const Curve* const curve = ColorUtils::curve(id);
     for (int i = 0; i < anchors.size(); ++i) {
-        QCOMPARE(static_cast<int>(table[(first + i) * 256]), anchors.at(i));
+        quint16 level = 0;
+        ColorUtils::lut16Lookup(curve, static_cast<quint16>((first + i) * 256), &level);
+        QCOMPARE(static_cast<int>(level), anchors.at(i));
     }
 }
 

@@ -48,10 +48,10 @@ quint32 component(double unit)
     return static_cast<quint32>(unit * 4294967295.0 + 0.5); // exact for what the readers give
 }
 
-VelaColor yxy(double Y, double x, double y, double alpha = 1.0, int profile = 0)
+VelaColor yxy(double capY, double x, double y, double alpha = 1.0, int profile = 0)
 {
     VelaColor color;
-    color.setYxyF(Y, x, y, alpha, profile);
+    color.setYxyF(capY, x, y, alpha, profile);
     return color;
 }
 

@@ -40,10 +40,10 @@ namespace {
 
 constexpr double kTol = 1.0 / 4294967295.0; // one step of a component
 
-VelaColor yxy(double Y, double x, double y, double alpha = 1.0)
+VelaColor yxy(double capY, double x, double y, double alpha = 1.0)
 {
     VelaColor color;
-    color.setYxyF(Y, x, y, alpha);
+    color.setYxyF(capY, x, y, alpha);
     return color;
 }
 

@@ -828,9 +828,9 @@ void VelaColorTest::equalityIsExact_data()
     QTest::newRow("HSV, value") << hsv << VelaColor::fromHsv(10, 20, 31, 40) << false;
     QTest::newRow("HSV, alpha") << hsv << VelaColor::fromHsv(10, 20, 30, 41) << false;
 
-    const auto yxy = [](double Y, double x, double y, double alpha) {
+    const auto yxy = [](double capY, double x, double y, double alpha) {
         VelaColor color;
-        color.setYxyF(Y, x, y, alpha);
+        color.setYxyF(capY, x, y, alpha);
         return color;
     };
     QTest::newRow("Yxy") << yxy(0.5, 0.3, 0.4, 1) << yxy(0.5, 0.3, 0.4, 1) << true;
@@ -883,9 +883,9 @@ void VelaColorTest::hashes_data()
 {
     QTest::addColumn<VelaColor>("color");
     QTest::addColumn<quint32>("hash");
-    const auto yxy = [](double Y, double x, double y, quint32 alpha32) {
+    const auto yxy = [](double capY, double x, double y, quint32 alpha32) {
         VelaColor color;
-        color.setYxyF(Y, x, y);
+        color.setYxyF(capY, x, y);
         color.setAlpha32(alpha32);
         return color;
     };

@@ -58,10 +58,10 @@ bool isResetState(const VelaColor& color)
            color.redF() == 0.0 && color.capY() == 0.0;
 }
 
-VelaColor yxy(double Y, double x, double y, quint32 alpha16, int profile)
+VelaColor yxy(double capY, double x, double y, quint32 alpha16, int profile)
 {
     VelaColor color;
-    color.setYxy(Y, x, y, alpha16, profile);
+    color.setYxy(capY, x, y, alpha16, profile);
     return color;
 }
 
