@@ -1,5 +1,6 @@
 #include "map/Group.h"
 
+#include "map/ElementText.h"
 #include "map/GroupWalk.h"
 #include "map/Light.h"
 #include "map/MapModel.h"
@@ -15,16 +16,12 @@ namespace {
 
 enum Key : int { TypeKey, SelfKey, NameKey, ChildKey, UnknownKey };
 
-Key keyOf(const QString& name)
-{
-    static const QHash<QString, Key> kKeys = {
-        {QStringLiteral("t"), TypeKey},  {QStringLiteral("type"), TypeKey},
-        {QStringLiteral("s"), SelfKey},  {QStringLiteral("self"), SelfKey},
-        {QStringLiteral("n"), NameKey},  {QStringLiteral("name"), NameKey},
-        {QStringLiteral("c"), ChildKey}, {QStringLiteral("child"), ChildKey},
-    };
-    return kKeys.value(name, UnknownKey);
-}
+constexpr ElementKey<Key> kKeys[] = {
+    {QLatin1String("t"), TypeKey},  {QLatin1String("type"), TypeKey},
+    {QLatin1String("s"), SelfKey},  {QLatin1String("self"), SelfKey},
+    {QLatin1String("n"), NameKey},  {QLatin1String("name"), NameKey},
+    {QLatin1String("c"), ChildKey}, {QLatin1String("child"), ChildKey},
+};
 
 } // namespace
 
@@ -34,22 +31,22 @@ Group::Group(QDomNode* element)
     if (element == nullptr) {
         return;
     }
-    for (QDomNode child = element->firstChild(); !child.isNull(); child = child.nextSibling()) {
-        const Key key = keyOf(child.nodeName());
+    for (ChildNodes children(*element); !children.isAtEnd(); children.advance()) {
+        const QDomNode& child = children.node();
+        const Key key = findElementKey(kKeys, child.nodeName(), UnknownKey);
         if (key == UnknownKey) {
             continue;
         }
         const QString text = child.firstChild().nodeValue();
-        bool ok = false;
         if (key == TypeKey) {
-            m_type = text.toInt();
+            m_type = readInt32(text, 0);
         } else if (key == NameKey) {
             m_name = text;
         } else if (key == SelfKey) {
-            const quint64 uid = text.toULongLong(&ok, 16);
-            m_uid = ok ? uid : 0xFFFFFFFFU;
+            m_uid = readHex64(text, 0xFFFFFFFFU);
         } else {
-            const quint64 uid = text.toULongLong(&ok, 16);
+            bool ok = false;
+            const quint64 uid = readHex64(text, 0, &ok);
             if (ok) {
                 m_children.append(uid);
             }

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <cstddef>
 #include <cstring>
 #include <memory>
 
@@ -27,6 +28,10 @@ public:
     /// Reads the light from its element of the map file; null leaves every default.
     explicit Light(QDomNode* element);
     ~Light() override;
+
+    /// Lights lie side by side in memory, in the order of their making.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* light, std::size_t size);
 
     /// Sort order: controllers' IPv4 addresses, port, DMX address, serial number. False where
     /// either light's controller is missing.
@@ -154,6 +159,7 @@ private:
         quint32 ledChemistry = 0;
         quint32 ioModeSet = 1; // 0 gives two channels and mode 16
         bool halfFull = false;
+        bool hasStartupChannels = false;
     };
 
     /// Colours that few lights ever have.
