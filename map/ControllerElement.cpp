@@ -1,8 +1,8 @@
 #include "devices/PropertyMapper.h"
 #include "map/Controller.h"
 #include "map/ElementText.h"
+#include "map/MapNode.h"
 
-#include <QDomNode>
 #include <QStringList>
 
 #include <algorithm>
@@ -72,9 +72,9 @@ constexpr ElementKey<Key> kKeys[] = {
     {QLatin1String("properties"), PropertiesKey},
 };
 
-Key keyOf(const QDomNode& node)
+Key keyOf(const MapNode& node)
 {
-    return findElementKey(kKeys, node.nodeName(), UnknownKey);
+    return findElementKey(kKeys, node.name(), UnknownKey);
 }
 
 /// The low byte of a number; 1 for what does not parse and for a low byte of 0.
@@ -86,13 +86,12 @@ quint8 byteOrOne(const QString& text)
 
 } // namespace
 
-void Controller::readElement(const QDomNode& element)
+void Controller::readElement(const MapNode& element)
 {
     constexpr int kLargestBuffer = 65536;
-    for (ChildNodes children(element); !children.isAtEnd(); children.advance()) {
-        const QDomNode& child = children.node();
+    for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
         const Key key = keyOf(child);
-        const QString text = child.firstChild().nodeValue();
+        const QString text = child.firstValue();
         bool ok = false;
         switch (key) {
         case TypeKey:
@@ -166,17 +165,17 @@ void Controller::readElement(const QDomNode& element)
     emit updatedController(m_uid);
 }
 
-void Controller::readPortList(const QDomNode& list)
+void Controller::readPortList(const MapNode& list)
 {
     int count = 0;
-    for (QDomNode child = list.firstChild(); !child.isNull() && count < kMaxPorts;
+    for (MapNode child = list.firstChild(); !child.isNull() && count < kMaxPorts;
          child = child.nextSibling()) {
         ++count;
     }
     if (count != m_portCount) {
         setPortCount(count);
     }
-    QDomNode child = list.firstChild();
+    MapNode child = list.firstChild();
     for (Port& port : m_ports) { // a child of another name leaves its port as it is
         if (keyOf(child) == PortKey) {
             readPort(child, &port);
@@ -186,12 +185,11 @@ void Controller::readPortList(const QDomNode& list)
     rebuildPortIndex();
 }
 
-void Controller::readPort(const QDomNode& element, Port* port)
+void Controller::readPort(const MapNode& element, Port* port)
 {
     constexpr quint8 kFramedType = 3; // such ports take a start code of their own
-    for (ChildNodes children(element); !children.isAtEnd(); children.advance()) {
-        const QDomNode& child = children.node();
-        const QString text = child.firstChild().nodeValue();
+    for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const QString text = child.firstValue();
         switch (keyOf(child)) {
         case PortNumberKey:
             port->number = byteOrOne(text);
@@ -209,14 +207,13 @@ void Controller::readPort(const QDomNode& element, Port* port)
     }
 }
 
-void Controller::readProperties(const QDomNode& list)
+void Controller::readProperties(const MapNode& list)
 {
     const PropertyMapper& mapper = PropertyMapper::instance();
-    for (ChildNodes children(list); !children.isAtEnd(); children.advance()) {
-        const QDomNode& child = children.node();
-        const QString displayName = mapper.displayName(child.nodeName());
+    for (MapNode child = list.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const QString displayName = mapper.displayName(child.name());
         if (!m_properties.contains(displayName)) {
-            const QString text = child.firstChild().nodeValue();
+            const QString text = child.firstValue();
             m_properties.insert(displayName, mapper.parameterValueToText(displayName, text));
         }
     }

@@ -4,8 +4,8 @@
 #include "map/GroupWalk.h"
 #include "map/Light.h"
 #include "map/MapModel.h"
+#include "map/MapNode.h"
 
-#include <QDomNode>
 #include <QHash>
 
 #include <algorithm>
@@ -26,18 +26,21 @@ constexpr ElementKey<Key> kKeys[] = {
 } // namespace
 
 Group::Group(QDomNode* element)
+    : Group(MapTree(element).root())
+{}
+
+Group::Group(const MapNode& element)
     : m_name(QStringLiteral("New Group"))
 {
-    if (element == nullptr) {
+    if (element.isNull()) {
         return;
     }
-    for (ChildNodes children(*element); !children.isAtEnd(); children.advance()) {
-        const QDomNode& child = children.node();
-        const Key key = findElementKey(kKeys, child.nodeName(), UnknownKey);
+    for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const Key key = findElementKey(kKeys, child.name(), UnknownKey);
         if (key == UnknownKey) {
             continue;
         }
-        const QString text = child.firstChild().nodeValue();
+        const QString text = child.firstValue();
         if (key == TypeKey) {
             m_type = readInt32(text, 0);
         } else if (key == NameKey) {

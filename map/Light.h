@@ -14,6 +14,7 @@
 #include <memory>
 
 class MapModel;
+class MapNode;
 class QDomNode;
 
 /// One addressable fixture of the map: effects paint into it, its controller asks it for bytes.
@@ -27,6 +28,8 @@ class Light : public QObject
 public:
     /// Reads the light from its element of the map file; null leaves every default.
     explicit Light(QDomNode* element);
+    /// The same from a map that is being read.
+    explicit Light(const MapNode& element);
     ~Light() override;
 
     /// Lights lie side by side in memory, in the order of their making.
@@ -188,7 +191,7 @@ private:
 
     void hold(MapModel* model) { m_model = model; }
     void readValue(int key, const QString& text);
-    PropertyList* readProperties(const QDomNode& list);
+    PropertyList* readProperties(const MapNode& list);
     void applyProperty(const QString& displayName);
     void applyStartupChannel(const QString& displayName);
     void updateLayout();

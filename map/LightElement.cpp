@@ -3,12 +3,13 @@
 #include "map/DmxCache.h"
 #include "map/ElementText.h"
 #include "map/Light.h"
+#include "map/MapNode.h"
 
-#include <QDomNode>
 #include <QLatin1String>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -98,21 +99,39 @@ int channelsOf(quint32 chemistry)
     }
 }
 
+/// Where a serial number stands among the ends of all serial ranges: numbers between the same two
+/// ends are of the same devices.
+std::ptrdiff_t stretchOf(quint64 serial)
+{
+    static const std::vector<quint64> ends = [] {
+        std::vector<quint64> all;
+        const auto entries = DeviceDictionary::instance().findChildren<DeviceEntry*>();
+        for (const DeviceEntry* const entry : entries) {
+            for (const SerialRange& range : entry->serialRanges()) {
+                all.push_back(range.start);
+                all.push_back(range.end + 1);
+            }
+        }
+        std::sort(all.begin(), all.end());
+        return all;
+    }();
+    return std::upper_bound(ends.begin(), ends.end(), serial) - ends.begin();
+}
+
 /// DeviceDictionary::profileForChemistry; neighbouring lights of a map mostly ask the same.
 int profileFor(quint64 serial, const QString& deviceInfo, const QString& chemistry)
 {
     struct Answer
     {
-        bool isSet = false;
-        quint64 serial = 0;
+        std::ptrdiff_t stretch = -1;
         QString deviceInfo;
         QString chemistry;
         int profile = 0;
     };
     static Answer last;
-    if (!last.isSet || last.serial != serial || last.deviceInfo != deviceInfo ||
-        last.chemistry != chemistry) {
-        last = {true, serial, deviceInfo, chemistry,
+    const std::ptrdiff_t stretch = stretchOf(serial);
+    if (last.stretch != stretch || last.deviceInfo != deviceInfo || last.chemistry != chemistry) {
+        last = {stretch, deviceInfo, chemistry,
                 DeviceDictionary::instance().profileForChemistry(serial, deviceInfo, chemistry)};
     }
     return last.profile;
@@ -123,20 +142,20 @@ QString deviceNameFor(quint64 serial, quint32 chemistry)
 {
     struct Answer
     {
-        bool isSet = false;
-        quint64 serial = 0;
+        std::ptrdiff_t stretch = -1;
         quint32 chemistry = 0;
         QString name;
     };
     static Answer last;
-    if (!last.isSet || last.serial != serial || last.chemistry != chemistry) {
+    const std::ptrdiff_t stretch = stretchOf(serial);
+    if (last.stretch != stretch || last.chemistry != chemistry) {
         const QString text = PropertyMapper::instance().valueToText(QStringLiteral("LED_CHEMISTRY"),
                                                                     QString::number(chemistry));
         QString name = DeviceDictionary::instance().deviceNameForSerial(serial, text);
         if (name == QLatin1String("Unknown Device")) {
             name.clear();
         }
-        last = {true, serial, chemistry, name};
+        last = {stretch, chemistry, name};
     }
     return last.name;
 }
@@ -155,20 +174,23 @@ struct Light::PropertyList
 };
 
 Light::Light(QDomNode* element)
+    : Light(MapTree(element).root())
+{}
+
+Light::Light(const MapNode& element)
     : m_name(QStringLiteral("Default Light"))
 {
-    if (element == nullptr) {
+    if (element.isNull()) {
         m_cacheForm = DmxCache::instance().formOf(DmxCacheKey());
         return;
     }
     PropertyList* shared = nullptr;
-    for (ChildNodes children(*element); !children.isAtEnd(); children.advance()) {
-        const QDomNode& child = children.node();
-        const Key key = findElementKey(kKeys, child.nodeName(), UnknownKey);
+    for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const Key key = findElementKey(kKeys, child.name(), UnknownKey);
         if (key == PropertiesKey) {
             shared = readProperties(child);
         } else if (key != UnknownKey) {
-            readValue(key, child.firstChild().nodeValue());
+            readValue(key, child.firstValue());
         }
     }
     if (shared != nullptr && shared->isSettled) {
@@ -254,7 +276,7 @@ void Light::readValue(int key, const QString& text)
 
 /// Takes the list in. Answers the known list that the light's properties now are, or null where
 /// they are its own.
-Light::PropertyList* Light::readProperties(const QDomNode& list)
+Light::PropertyList* Light::readProperties(const MapNode& list)
 {
     constexpr std::size_t kKnownLists = 8;
     static std::array<PropertyList, kKnownLists> known;
@@ -262,9 +284,8 @@ Light::PropertyList* Light::readProperties(const QDomNode& list)
     static std::vector<std::pair<QString, QString>> raw;
 
     raw.clear();
-    for (ChildNodes children(list); !children.isAtEnd(); children.advance()) {
-        const QDomNode& child = children.node();
-        raw.emplace_back(child.nodeName(), child.firstChild().nodeValue());
+    for (MapNode child = list.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        raw.emplace_back(child.name(), child.firstValue());
     }
     bool mayShare = m_properties.isEmpty() && !raw.empty();
     if (mayShare) {
