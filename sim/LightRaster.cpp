@@ -205,7 +205,7 @@ bool LightRaster::readMarks(quint32 light, const QRect& box, QRgb* sheet)
             }
             line[x] = kBlank;
             const int rest = qBlue(pixel);
-            if (rest == 0) { // outlined to black, whatever lies below
+            if (pixel == kBlack) { // by the outline, whatever lies below
                 top[x] = blackNode();
                 continue;
             }
