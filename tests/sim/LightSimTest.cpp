@@ -2,6 +2,7 @@
 
 #include "SimMap.h"
 #include "map/Light.h"
+#include "resources/Resources.h"
 #include "sim/SimView.h"
 
 #include <QGraphicsEllipseItem>
@@ -73,6 +74,7 @@ class LightSimTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void cleanup();
     void declaresItsSignalAndSlotsInOrder();
@@ -114,6 +116,11 @@ private slots:
 private:
     std::unique_ptr<QTemporaryDir> m_directory;
 };
+
+void LightSimTest::initTestCase()
+{
+    initForgeResources();
+}
 
 void LightSimTest::init()
 {
