@@ -121,9 +121,17 @@ private:
     bool m_isGood = false;
 };
 
+using Walls = std::map<int, std::unique_ptr<Wall>>;
+
+Walls& allWalls()
+{
+    static Walls walls;
+    return walls;
+}
+
 Wall& wallOf(int count)
 {
-    static std::map<int, std::unique_ptr<Wall>> walls;
+    Walls& walls = allWalls();
     for (auto& other : walls) {
         other.second->sim()->hide();
     }
@@ -221,5 +229,6 @@ int main(int argc, char** argv)
         return 1;
     }
     benchmark::RunSpecifiedBenchmarks();
+    allWalls().clear(); // windows go before the application
     return 0;
 }

@@ -1,9 +1,7 @@
 #include "sim/LightSim.h"
 
 #include "color/Numeric.h"
-#include "map/Light.h"
 #include "map/MapModel.h"
-#include "sim/SimLight.h"
 #include "sim/SimView.h"
 
 #include <QAbstractGraphicsShapeItem>
@@ -25,6 +23,7 @@ namespace {
 constexpr double kUnitZoom = 20.0;
 constexpr double kZoomStep = 0.75;
 constexpr double kMargin = 20.0; // map units behind the outermost light
+constexpr int kLookAhead = 12;   // lights on their way into the cache
 
 } // namespace
 
@@ -104,12 +103,10 @@ void LightSim::buildScene(const QList<Light*>& lights)
     }
     std::vector<QAbstractGraphicsShapeItem*> items;
     items.reserve(static_cast<std::size_t>(lights.size()));
-    m_simLights.reserve(static_cast<std::size_t>(lights.size()));
     for (Light* const light : lights) {
         const LightShape shape = m_shapes.value(light->fixtureCode());
-        m_simLights.push_back(
-            std::make_unique<SimLight>(light, m_scene, shape.shape, shape.width, shape.height));
-        items.push_back(m_simLights.back()->item());
+        m_simLights.emplace_back(light, m_scene, shape.shape, shape.width, shape.height);
+        items.push_back(m_simLights.back().item());
     }
     m_view->setItems(std::move(items), planItem);
     m_scene->update();
@@ -134,12 +131,21 @@ void LightSim::updateLights()
     }
     m_refreshCounter = 0;
     bool changed = false;
-    for (std::size_t i = 0; i < m_simLights.size(); ++i) {
-        SimLight& simLight = *m_simLights[i];
+    auto ahead = m_simLights.cbegin();
+    const auto end = m_simLights.cend();
+    for (int i = 0; i < kLookAhead && ahead != end; ++i) {
+        (ahead++)->prefetch();
+    }
+    std::size_t index = 0;
+    for (SimLight& simLight : m_simLights) {
+        if (ahead != end) {
+            (ahead++)->prefetch();
+        }
         if (simLight.redraw()) {
-            m_view->setLightColor(i, simLight.color());
+            m_view->setLightColor(index, simLight.color());
             changed = true;
         }
+        ++index;
     }
     if (changed) {
         m_view->viewport()->update();

@@ -1,22 +1,20 @@
 #pragma once
 
 #include "sim/SimDialog.h"
+#include "sim/SimLight.h"
 
 #include <QColor>
 #include <QHash>
 #include <QList>
 #include <QtGlobal>
 
-#include <memory>
-#include <vector>
+#include <deque>
 
-class Light;
 class MapModel;
 class QGraphicsPixmapItem;
 class QGraphicsScene;
 class QPixmap;
 class QVBoxLayout;
-class SimLight;
 class SimView;
 
 /// The simulation window: the plan picture of the map and a small shape for each of its lights,
@@ -77,10 +75,10 @@ private:
     QVBoxLayout* m_layout = nullptr;
     SimView* m_view = nullptr;
     bool m_paused = false;
-    MapModel* m_model = nullptr; // not owned
-    std::vector<std::unique_ptr<SimLight>> m_simLights;
-    QHash<int, LightShape> m_shapes; // by fixture code; nothing fills it yet
-    double m_zoomFactor = 20.0;      // 20.0 shows the scene at scale 1
+    MapModel* m_model = nullptr;      // not owned
+    std::deque<SimLight> m_simLights; // side by side: every frame walks them
+    QHash<int, LightShape> m_shapes;  // by fixture code; nothing fills it yet
+    double m_zoomFactor = 20.0;       // 20.0 shows the scene at scale 1
     bool m_fitted = false;
     double m_minX = 10000000.0;
     double m_minY = 10000000.0;

@@ -3,7 +3,6 @@
 #include "color/DisplayColor.h"
 #include "color/Numeric.h"
 #include "color/VelaColor.h"
-#include "map/Light.h"
 
 #include <QGraphicsEllipseItem>
 #include <QGraphicsRectItem>
@@ -16,12 +15,6 @@ namespace {
 
 constexpr double kOffset = 10.0; // from a light's position to its item, in map units
 constexpr double kReach = 2147483000.0;
-
-const QPen& outline()
-{
-    static const QPen pen(Qt::black); // one object: items compare it by its address first
-    return pen;
-}
 
 QColor grey(int red, int green, int blue)
 {
@@ -44,7 +37,7 @@ SimLight::SimLight(Light* light, QGraphicsScene* scene, int shape, double width,
     , m_tint(tintOf(*light))
 {
     const LightPosition position = light->position();
-    m_placed = isPlaced(position);
+    const bool placed = isPlaced(position);
     const QRectF rect(0, 0, truncI32(width), truncI32(height));
     QPointF place(position.x + kOffset, position.y + kOffset);
     if (shape == 0) {
@@ -53,12 +46,12 @@ SimLight::SimLight(Light* light, QGraphicsScene* scene, int shape, double width,
         m_item = new QGraphicsRectItem(rect);
         place -= QPointF(width * 0.5, height * 0.5);
     }
-    if (m_placed) {
+    if (placed) {
         m_item->setPos(place);
     }
-    m_item->setPen(outline());
+    m_item->setPen(QPen(Qt::black));
     m_item->setBrush(m_brush);
-    m_item->setVisible(m_placed);
+    m_item->setVisible(placed);
     scene->addItem(m_item);
 }
 
@@ -80,7 +73,7 @@ SimLight::Tint SimLight::tintOf(const Light& light)
 QColor SimLight::frameColor() const
 {
     if (!m_light->hasSimColor()) {
-        return m_light->isPainted() ? toDisplayQColor(m_light->mixColorRef()) : QColor();
+        return m_light->isPainted() ? toDisplayQColor(m_light->mixValue()) : QColor();
     }
     const QColor& color = m_light->simColor();
     switch (m_tint) {
@@ -89,13 +82,13 @@ QColor SimLight::frameColor() const
     case Tint::Grey:
         return grey(color.red(), color.green(), color.blue());
     case Tint::TwoChannelWhite:
-        if (m_light->mixColorRef().spec() != VelaColor::Yxy) {
+        if (m_light->mixValue().spec() != VelaColor::Yxy) {
             const int green = color.green() / 2;
             return grey(std::max(green, color.red()), green, std::max(green, color.blue()));
         }
         break;
     case Tint::GreyUnlessAbsolute:
-        if (m_light->mixColorRef().spec() != VelaColor::Yxy) {
+        if (m_light->mixValue().spec() != VelaColor::Yxy) {
             return grey(color.red(), color.green(), color.blue());
         }
         break;
@@ -105,8 +98,6 @@ QColor SimLight::frameColor() const
 
 bool SimLight::redraw()
 {
-    m_item->setPen(outline());
-    m_item->setVisible(m_placed);
     const QColor color = frameColor();
     QBrushData* const data = m_brush.data_ptr().data();
     const bool shared = data->ref.loadRelaxed() == 2; // by this object and the item alone
