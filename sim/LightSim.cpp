@@ -15,6 +15,7 @@
 #include <QTransform>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -22,8 +23,8 @@ namespace {
 
 constexpr double kUnitZoom = 20.0;
 constexpr double kZoomStep = 0.75;
-constexpr double kMargin = 20.0; // map units behind the outermost light
-constexpr int kLookAhead = 12;   // lights on their way into the cache
+constexpr double kMargin = 20.0;       // map units behind the outermost light
+constexpr std::size_t kLookAhead = 12; // lights on their way into the cache
 
 } // namespace
 
@@ -103,10 +104,13 @@ void LightSim::buildScene(const QList<Light*>& lights)
     }
     std::vector<QAbstractGraphicsShapeItem*> items;
     items.reserve(static_cast<std::size_t>(lights.size()));
+    m_simLights = std::vector<std::optional<SimLight>>(static_cast<std::size_t>(lights.size()));
+    std::size_t index = 0;
     for (Light* const light : lights) {
         const LightShape shape = m_shapes.value(light->fixtureCode());
-        m_simLights.emplace_back(light, m_scene, shape.shape, shape.width, shape.height);
-        items.push_back(m_simLights.back().item());
+        std::optional<SimLight>& simLight = m_simLights[index++];
+        simLight.emplace(light, m_scene, shape.shape, shape.width, shape.height);
+        items.push_back(simLight->item());
     }
     m_view->setItems(std::move(items), planItem);
     m_scene->update();
@@ -131,21 +135,18 @@ void LightSim::updateLights()
     }
     m_refreshCounter = 0;
     bool changed = false;
-    auto ahead = m_simLights.cbegin();
-    const auto end = m_simLights.cend();
-    for (int i = 0; i < kLookAhead && ahead != end; ++i) {
-        (ahead++)->prefetch();
+    const std::size_t count = m_simLights.size();
+    for (std::size_t i = 0; i < std::min(kLookAhead, count); ++i) {
+        m_simLights[i]->prefetch();
     }
-    std::size_t index = 0;
-    for (SimLight& simLight : m_simLights) {
-        if (ahead != end) {
-            (ahead++)->prefetch();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i + kLookAhead < count) {
+            m_simLights[i + kLookAhead]->prefetch();
         }
-        if (simLight.redraw()) {
-            m_view->setLightColor(index, simLight.color());
+        if (m_simLights[i]->redraw()) {
+            m_view->setLightColor(i, m_simLights[i]->color());
             changed = true;
         }
-        ++index;
     }
     if (changed) {
         m_view->viewport()->update();

@@ -8,7 +8,8 @@
 #include <QList>
 #include <QtGlobal>
 
-#include <deque>
+#include <optional>
+#include <vector>
 
 class MapModel;
 class QGraphicsPixmapItem;
@@ -75,10 +76,10 @@ private:
     QVBoxLayout* m_layout = nullptr;
     SimView* m_view = nullptr;
     bool m_paused = false;
-    MapModel* m_model = nullptr;      // not owned
-    std::deque<SimLight> m_simLights; // side by side: every frame walks them
-    QHash<int, LightShape> m_shapes;  // by fixture code; nothing fills it yet
-    double m_zoomFactor = 20.0;       // 20.0 shows the scene at scale 1
+    MapModel* m_model = nullptr;                      // not owned
+    std::vector<std::optional<SimLight>> m_simLights; // all set; side by side for the frame's walk
+    QHash<int, LightShape> m_shapes;                  // by fixture code; nothing fills it yet
+    double m_zoomFactor = 20.0;                       // 20.0 shows the scene at scale 1
     bool m_fitted = false;
     double m_minX = 10000000.0;
     double m_minY = 10000000.0;
