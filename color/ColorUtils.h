@@ -28,9 +28,10 @@ enum QuantizeKind : int { QuantizeTables = 1, QuantizeFormula = 3 };
 
 // --- Curves and channel levels (Curve.cpp, ChannelLevels.cpp)
 
-/// The curve of `id` (0 linear, 1 normal, 2 tungsten); null for any other.
+/// The curve of `id` (0 linear, 1 normal, 2 tungsten); null for any other. Built at first use, on
+/// the main thread.
 const Curve* curve(int id);
-/// `forward` is linear to level; a null curve or table is the identity.
+/// `forward` reads the curve, else its inverse; a null curve or table is the identity.
 void lut8Lookup(const Curve* curve, quint8 value, quint8* out, bool forward);
 void lut16Lookup(const Curve* curve, quint16 value, quint16* out);
 /// Channel level 0..65535 to linear drive 0..1.

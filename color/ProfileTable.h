@@ -5,6 +5,7 @@
 #include <QIODevice>
 #include <QMap>
 
+#include <array>
 #include <memory>
 
 /// The process-wide table of fixture primaries, in two sets: 0 calibrated, 1 nominal. Built on the
@@ -19,6 +20,9 @@ public:
     /// those of id 1, 2 or 3).
     ColorProfile* profile(int profileId, int layout, int primarySet);
 
+    /// CIE 1976 u'v' of the red, green and blue of Generic RGB, calibrated.
+    const std::array<QPointF, 3>& genericPrimariesUv() const { return m_genericUv; }
+
     /// Overlays the built-in values with those of a profile file. False where the file does not
     /// parse to its end; what was read until then is kept.
     bool overlay(QIODevice* device);
@@ -27,8 +31,13 @@ public:
     static void computeGamut(ColorProfile* profile);
 
 private:
+    static constexpr int kKnownProfiles = 47;
+
     ProfileTable() = default;
     void build();
+    void updateGenericUv();
 
     QMap<int, std::shared_ptr<ColorProfile>> m_records[2];
+    ColorProfile* m_known[2][kKnownProfiles] = {}; // not owned: what frames look up
+    std::array<QPointF, 3> m_genericUv;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "color/ColorScale.h"
+
 #include <QColor>
 #include <QList>
 #include <QMetaType>
@@ -79,11 +81,12 @@ public:
     /// Channel `index` of an Nchannel colour at full width; 0 beyond its channels or for others.
     quint32 channel32(int index) const;
 
-    /// Y is a drive level 0..1, x and y CIE 1931 chromaticity; stored without a range test. An
-    /// alpha of 65536 or more resets, after which profile and triple are still written.
-    void setYxy(double Y, double x, double y, quint32 alpha16, int profile = 0);
+    /// `capY` is a drive level 0..1, x and y CIE 1931 chromaticity; stored without a range test.
+    /// Leaves the layout. An alpha of 65536 or more resets, after which profile and triple are
+    /// still written.
+    void setYxy(double capY, double x, double y, quint32 alpha16, int profile = 0);
     /// As setYxy with alpha 0..1; any other alpha resets and nothing survives.
-    void setYxyF(double Y, double x, double y, double alpha = 1.0, int profile = 0);
+    void setYxyF(double capY, double x, double y, double alpha = 1.0, int profile = 0);
     // 0..1, else the colour resets silently. A colour of another spec becomes Yxy first.
     void setCapY(double v);
     void setSmallX(double v);
@@ -113,7 +116,7 @@ public:
     double redF() const;
     double greenF() const;
     double blueF() const;
-    double alphaF() const { return static_cast<double>(m_alpha) / 4294967295.0; }
+    double alphaF() const { return componentF(m_alpha); }
     /// Degrees 0..359, or -1.
     int hue8() const;
     /// Turns 0..1, or -1.0.
@@ -170,7 +173,13 @@ public:
     /// To the invalid state.
     void reset() { *this = VelaColor(); }
 
+    friend uint qHash(const VelaColor& color, uint seed);
+    friend VelaColor interpolate(const VelaColor& a, const VelaColor& b, double t);
+    friend VelaColor composite(const VelaColor& top, const VelaColor& bottom);
+
 private:
+    static constexpr qint32 kAchromatic = -1;
+
     struct RgbForm
     {
         quint32 red;
@@ -179,7 +188,7 @@ private:
     };
     struct HsvForm
     {
-        qint32 hue; // hundredths of a degree, -1 for achromatic
+        qint32 hue; // hundredths of a degree, or kAchromatic
         quint32 saturation;
         quint32 value;
     };
@@ -203,6 +212,29 @@ private:
         YxyForm yxy;
     };
 
+    /// Also true of the invalid colour: it reads as black.
+    bool isRgbLike() const { return m_spec == Rgb || m_spec == Hsv || m_spec == Invalid; }
+    int ownPrimarySet() const { return m_tintweave ? 0 : 1; }
+    RgbForm readRgb() const;
+    HsvForm readHsv() const;
+    YxyForm readYxy() const;
+    void storeRgb(quint32 red, quint32 green, quint32 blue);
+    void storeHsv(qint32 hue, quint32 saturation, quint32 value);
+    void storeYxy(double capY, double x, double y);
+    void setYxyKeepingAlpha(double capY, double x, double y);
+    /// `size` counts alpha, the first of `list`. With `accepted` false the colour resets first and
+    /// takes only the channels.
+    void storeChannels(const quint32* list, int size, bool accepted, quint32 layout,
+                       quint32 profile, bool tintweave);
+    void storeChannelsF(const double* list, int size, quint32 layout, quint32 profile,
+                        bool tintweave);
+    VelaColor hsvToRgb() const;
+    VelaColor solvedToRgb(const YxyForm& target, int profile, bool clip, int primarySet) const;
+    YxyForm drivesToYxy(int layout, int profile, int curve, int primarySet) const;
+    void readChannelAttributes(quint32* layout, quint32* profile, bool* tintweave) const;
+    bool readFields(const QString& text);
+    static void toCommonChannels(VelaColor* first, VelaColor* second);
+
     quint32 m_channelLayout = 1;
     quint32 m_profileId = 0;
     bool m_tintweave = true;
@@ -212,6 +244,44 @@ private:
 };
 static_assert(std::is_trivially_copyable<VelaColor>::value, "frames copy colours by the thousand");
 static_assert(sizeof(VelaColor) == 64, "one cache line");
+
+inline bool VelaColor::operator==(const VelaColor& other) const
+{
+    if (m_spec != other.m_spec || m_profileId != other.m_profileId ||
+        m_channelLayout != other.m_channelLayout || m_tintweave != other.m_tintweave ||
+        m_alpha != other.m_alpha) {
+        return false;
+    }
+    switch (m_spec) {
+    case Rgb:
+        return m_form.rgb.red == other.m_form.rgb.red &&
+               m_form.rgb.green == other.m_form.rgb.green &&
+               m_form.rgb.blue == other.m_form.rgb.blue;
+    case Hsv:
+        return m_form.hsv.hue == other.m_form.hsv.hue &&
+               m_form.hsv.saturation == other.m_form.hsv.saturation &&
+               m_form.hsv.value == other.m_form.hsv.value;
+    case Yxy: // exact, so that NaN equals nothing
+        return m_form.yxy.capY == other.m_form.yxy.capY && m_form.yxy.y == other.m_form.yxy.y &&
+               m_form.yxy.x == other.m_form.yxy.x;
+    case Nchannel: {
+        const NchannelForm& mine = m_form.nchannel;
+        const NchannelForm& theirs = other.m_form.nchannel;
+        if (mine.channelCount != theirs.channelCount || mine.fromYxy != theirs.fromYxy) {
+            return false;
+        }
+        for (quint32 i = 0; i < mine.channelCount; ++i) {
+            if (mine.channel[i] != theirs.channel[i]) {
+                return false;
+            }
+        }
+        return true;
+    }
+    case Invalid:
+        break;
+    }
+    return false;
+}
 
 /// 32 bits of the low bits of the components; 0 with a debug line for an invalid colour.
 uint qHash(const VelaColor& color, uint seed = 0);
