@@ -7,6 +7,7 @@
 #include "map/MapModel.h"
 #include "sim/LightSim.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QFrame>
 #include <QSettings>

@@ -13,6 +13,7 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSignalBlocker>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -276,7 +277,14 @@ void ForgeWindow::handleSimAlwaysOnTopToggled(bool b)
     if (m_sim == nullptr) {
         return;
     }
-    const bool shown = m_settings.showSim;
-    m_sim->moveTo(b ? this : nullptr);
-    m_sim->setVisible(shown);
+    {
+        // Re-parenting hides the window in passing, which must not count as the user's doing.
+        const QSignalBlocker blocker(m_sim.data());
+        if (b) {
+            m_sim->setParent(this, m_sim->windowFlags() | Qt::Dialog | Qt::WindowTitleHint);
+        } else {
+            m_sim->setParent(nullptr, m_sim->windowFlags());
+        }
+    }
+    m_sim->setVisible(m_settings.showSim);
 }

@@ -6,6 +6,7 @@
 #include "map/MapModel.h"
 #include "sim/LightSim.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDebug>
 #include <QFileDialog>
