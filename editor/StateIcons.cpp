@@ -12,8 +12,8 @@ namespace {
 // A slate that reads on light and dark rows alike; '+' is a half tone that rounds a corner.
 const QRgb kInk = qRgba(0x5b, 0x70, 0x8a, 0xff);
 const QRgb kHalf = qRgba(0x5b, 0x70, 0x8a, 0x70);
-const QRgb kAccent = qRgba(0x1f, 0x9d, 0x6b, 0xff);
-const QRgb kAccentHalf = qRgba(0x1f, 0x9d, 0x6b, 0x70);
+const QRgb kAccent = qRgba(0xd2, 0x74, 0x1a, 0xff);
+const QRgb kAccentHalf = qRgba(0xd2, 0x74, 0x1a, 0x70);
 
 template <std::size_t Side>
 QIcon draw(const std::array<const char*, Side>& rows, QRgb ink, QRgb half)
