@@ -71,7 +71,7 @@ struct Tables
     std::array<TaggedColor, kTableSize> tags;
     std::array<MixResult, kTableSize> mixes;
     std::array<SimResult, kTableSize> sims;
-    quint64 lastTag = 0;
+    quint64 lastTag = 1; // black has that one
 };
 
 Tables& tables()
