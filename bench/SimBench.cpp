@@ -66,8 +66,9 @@ public:
         text << "<map><version>1</version><imagefile>" << plan << "</imagefile>";
         for (int i = 0; i < count; ++i) {
             // Slightly off the grid: no two lights fall on the pixels alike.
+            const int row = i / columns;
             const double x = (i % columns) * kPitch + 0.37 * (i % 11) + 10.0;
-            const double y = (i / columns) * kPitch + 0.29 * (i % 13) + 10.0;
+            const double y = row * kPitch + 0.29 * (i % 13) + 10.0;
             text << "<l><s>" << QString::number(i + 1, 16) << "</s><x>" << x << "</x><y>" << y
                  << "</y></l>";
         }
@@ -163,7 +164,7 @@ void redraw(benchmark::State& state, bool quick)
     wall.view()->setQuickPainting(quick);
     wall.view()->viewport()->repaint(); // the raster stands from here on
     double colors = 0.0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         wall.nextFrame();
         const double taken = secondsOf([&wall] { wall.sim()->updateLights(); });
         const double painted = secondsOf([&wall] { wall.view()->viewport()->repaint(); });
@@ -194,7 +195,7 @@ void firstPaintAfterZoom(benchmark::State& state)
     Wall& wall = wallOf(static_cast<int>(state.range(0)));
     wall.view()->setQuickPainting(true);
     bool in = true;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         in ? wall.sim()->zoomIn() : wall.sim()->zoomOut();
         in = !in;
         state.SetIterationTime(secondsOf([&wall] { wall.view()->viewport()->repaint(); }));

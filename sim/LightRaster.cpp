@@ -140,6 +140,7 @@ bool LightRaster::build(const Geometry& geometry,
 bool LightRaster::measureOutline(const QTransform& item, const QAbstractGraphicsShapeItem& sample)
 {
     constexpr int kRows = 8;
+    constexpr double kMiddle = 4.5;
     constexpr int kLead = 4; // pixels beside the ramp, for the ends of the line
     QImage ramp(256 + 2 * kLead, kRows, m_geometry.format);
     QRgb* const pixels = pixelsOf(&ramp);
@@ -158,15 +159,15 @@ bool LightRaster::measureOutline(const QTransform& item, const QAbstractGraphics
         return false;
     }
     painter.setWorldTransform(scale);
-    painter.drawLine(back.map(QPointF(0.0, kRows / 2 + 0.5)),
-                     back.map(QPointF(ramp.width(), kRows / 2 + 0.5)));
+    painter.drawLine(back.map(QPointF(0.0, kMiddle)), back.map(QPointF(ramp.width(), kMiddle)));
     painter.end();
 
     Table once{};
     const QRgb* row = pixels; // one that the line reached, or any if the line can't be seen
     for (int y = 0; y < kRows; ++y) {
-        if (qBlue(pixels[y * ramp.width() + kLead + 255]) != 255) {
-            row = pixels + y * ramp.width();
+        const QRgb* const line = pixels + static_cast<std::ptrdiff_t>(y) * ramp.width();
+        if (qBlue(line[kLead + 255]) != 255) {
+            row = line;
             break;
         }
     }

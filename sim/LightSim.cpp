@@ -129,8 +129,8 @@ void LightSim::updateLights()
         return;
     }
     // Compared before it is reset: a count of 1 redraws in every second call.
-    const qint32 passed = m_refreshCounter++;
-    if (passed < m_refreshCount) {
+    if (m_refreshCounter < m_refreshCount) {
+        ++m_refreshCounter;
         return;
     }
     m_refreshCounter = 0;

@@ -28,8 +28,8 @@ class LightSim : public SimDialog
 {
     Q_OBJECT
 public:
-    /// Becomes the dialog's object name where `name` is neither null nor empty. `model` outlives
-    /// this window or its next redraw.
+    /// `name` becomes the object name where it is neither null nor empty. The lights of `model` may
+    /// go before this window does, but not before its last redraw: pause it first.
     LightSim(MapModel* model, QWidget* parent, const char* name);
     ~LightSim() override;
 

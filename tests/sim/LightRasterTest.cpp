@@ -85,8 +85,10 @@ struct Rig
     QPointF place(Layout layout, int i)
     {
         switch (layout) {
-        case Layout::Grid:
-            return QPointF(12.0 * (i % 40) + 10.0, 12.0 * (i / 40) + 10.0);
+        case Layout::Grid: {
+            const int row = i / 40;
+            return QPointF(12.0 * (i % 40) + 10.0, 12.0 * row + 10.0);
+        }
         case Layout::Scattered:
             return QPointF(random.bounded(720.0) - 10.0, random.bounded(520.0) - 10.0);
         case Layout::Crowded:

@@ -668,6 +668,7 @@ void LightSimTest::quickPictureEqualsTheScenes()
     const QString path = m_directory->filePath(QStringLiteral("plan.png"));
     QVERIFY(makePlan(path, 600, 500));
     std::vector<SimMapLight> lights;
+    lights.reserve(1000);
     for (int i = 0; i < 1000; ++i) {
         lights.emplace_back((i * 37) % 560 + 0.3 * (i % 7), (i * 61) % 470 + 0.7 * (i % 3));
     }

@@ -12,7 +12,8 @@
 
 // Every allocation of this program goes through here; Qt's containers bypass operator new.
 extern "C" {
-void* __libc_malloc(std::size_t size); // NOLINT(readability-identifier-naming): the C library's
+// NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming): the C library's
+void* __libc_malloc(std::size_t size);
 }
 
 namespace {
@@ -45,6 +46,7 @@ void SimFrameCostTest::initTestCase()
 void SimFrameCostTest::takingColorsAllocatesNothing()
 {
     std::vector<SimMapLight> places;
+    places.reserve(500);
     for (int i = 0; i < 500; ++i) {
         places.emplace_back(i * 3.0, i * 2.0);
     }
