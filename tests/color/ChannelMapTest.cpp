@@ -77,7 +77,7 @@ QVector<int> rounded(const Drives& drives)
     return values;
 }
 
-/// The solver's drives, pulled towards a pure emitter, by the rule written down.
+/// The solver's drives, pulled towards a pure emitter within 0.05 in u'v', step by step.
 Drives solvedAndSnapped(const ColorUtils::XyY& target, int layout, int profile, int primarySet)
 {
     double out[8] = {};
@@ -278,6 +278,7 @@ void ChannelMapTest::fourWhitesMixTheTwoNextToTheTemperature_data()
     QTest::addColumn<int>("cct");
     QTest::addColumn<Drives>("drives"); // of 2200 K, 3000 K, 4000 K, 6500 K
     QTest::newRow("below all") << 2000 << Drives{1.0, 0.0, 0.0, 0.0};
+    QTest::newRow("at the first lamp") << 2200 << Drives{1.0, 0.0, 0.0, 0.0};
     QTest::newRow("a quarter") << 2400 << Drives{1.0, 0.5, 0.0, 0.0};
     QTest::newRow("first middle") << 2600 << Drives{1.0, 1.0, 0.0, 0.0};
     QTest::newRow("above the middle") << 2850 << Drives{0.375, 1.0, 0.0, 0.0};
@@ -286,7 +287,10 @@ void ChannelMapTest::fourWhitesMixTheTwoNextToTheTemperature_data()
     QTest::newRow("second middle") << 3500 << Drives{0.0, 1.0, 1.0, 0.0};
     QTest::newRow("third quarter") << 3750 << Drives{0.0, 0.5, 1.0, 0.0};
     QTest::newRow("toward cool") << 4500 << Drives{0.0, 0.0, 1.0, 0.4};
+    QTest::newRow("below the third middle") << 5000 << Drives{0.0, 0.0, 1.0, 0.8};
+    QTest::newRow("above the third middle") << 5500 << Drives{0.0, 0.0, 0.8, 1.0};
     QTest::newRow("from cool") << 6000 << Drives{0.0, 0.0, 0.4, 1.0};
+    QTest::newRow("at the last lamp") << 6500 << Drives{0.0, 0.0, 0.0, 1.0};
     QTest::newRow("above all") << 8000 << Drives{0.0, 0.0, 0.0, 1.0};
 }
 
