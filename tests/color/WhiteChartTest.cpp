@@ -50,8 +50,8 @@ VelaColor raw(double Y, double x, double y)
     return color;
 }
 
-/// By the rule written down: the first tint from the top, in steps of 50, whose colour is not black
-/// without clipping, less a twentieth.
+/// The first tint from the top, in steps of 50, whose colour is not black without clipping, less a
+/// twentieth.
 int limitByRule(int cct)
 {
     int tint = 32767;
