@@ -26,6 +26,7 @@ private slots:
     void xyToTemperatureAndTint();
     void chromaticitiesOutsideTheRangeAreRefused_data();
     void chromaticitiesOutsideTheRangeAreRefused();
+    void theEdgesOfTheRangeAreTaken();
     void tintComesBackAtBinStarts_data();
     void tintComesBackAtBinStarts();
     void planesConvertBothWays();
@@ -277,11 +278,11 @@ void BlackBodyTest::chromaticitiesOutsideTheRangeAreRefused_data()
     QTest::addColumn<double>("x");
     QTest::addColumn<double>("y");
     QTest::newRow("x below 0") << -0.0001 << 0.3;
-    QTest::newRow("x above 0.8") << 0.8001 << 0.8;
+    QTest::newRow("x above 0.8") << 0.8001 << 0.35;
     QTest::newRow("y below 0") << 0.3 << -0.0001;
-    QTest::newRow("y above 0.9") << 0.3 << 0.9001;
-    QTest::newRow("u above 0.6") << 0.8 << 0.2;
-    QTest::newRow("v above 0.6") << 0.3 << 0.9;
+    QTest::newRow("y above 0.9") << 0.0 << 0.9001;
+    QTest::newRow("u above 0.6") << 0.8 << 0.3241;    // 3.2 / 5.2892
+    QTest::newRow("v above 0.6") << 0.5114 << 0.6875; // 6.1875 / 10.2272
     QTest::newRow("NaN x") << nan << 0.3;
     QTest::newRow("NaN y") << 0.3 << nan;
     QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << 0.3;
@@ -296,6 +297,16 @@ void BlackBodyTest::chromaticitiesOutsideTheRangeAreRefused()
     QVERIFY(!ColorUtils::xyToCctTint(x, y, &cct, &tint));
     QCOMPARE(cct, 17);
     QCOMPARE(tint, 18);
+}
+
+void BlackBodyTest::theEdgesOfTheRangeAreTaken()
+{
+    int cct = 0;
+    int tint = 0;
+    QVERIFY(ColorUtils::xyToCctTint(0.8, 0.35, &cct, &tint));
+    QVERIFY(ColorUtils::xyToCctTint(0.0, 0.9, &cct, &tint));
+    QVERIFY(ColorUtils::xyToCctTint(0.8, 0.3279, &cct, &tint));    // u' 3.2 / 5.3348 = 0.59984
+    QVERIFY(ColorUtils::xyToCctTint(0.5114, 0.6560, &cct, &tint)); // v' 5.904 / 9.8492 = 0.59944
 }
 
 void BlackBodyTest::tintComesBackAtBinStarts_data()

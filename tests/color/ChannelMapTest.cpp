@@ -146,6 +146,8 @@ private slots:
     void fixedModesAreAlwaysNominal_data();
     void fixedModesAreAlwaysNominal();
     void pureTargetsSnapToTheirEmitter();
+    void theSnapReachesATwentiethInUv_data();
+    void theSnapReachesATwentiethInUv();
     void theSnapAsksForTheTargetAsGiven();
     void curvesFollowTheWay_data();
     void curvesFollowTheWay();
@@ -468,6 +470,32 @@ void ChannelMapTest::pureTargetsSnapToTheirEmitter()
     ColorUtils::solve({1.0, near.x(), near.y()}, bare, 3, 6, true, 0);
     QVERIFY(std::abs(snapped.at(1) - 0.5 * bare[1]) < 1e-3);
     QVERIFY(areClose(levels(yxy(1.0, near.x(), near.y()), true, 4, 6, 2), rounded(snapped)));
+}
+
+void ChannelMapTest::theSnapReachesATwentiethInUv_data()
+{
+    QTest::addColumn<double>("distance");
+    QTest::addColumn<double>("share"); // of the mix that stays
+    QTest::newRow("within") << 0.049 << 0.98;
+    QTest::newRow("beyond") << 0.0505 << 1.0;
+}
+
+void ChannelMapTest::theSnapReachesATwentiethInUv()
+{
+    QFETCH(const double, distance);
+    QFETCH(const double, share);
+    const ColorProfile& generic = *ProfileTable::instance().profile(0, 1, 0);
+    const double sum = generic.X.at(0) + generic.Y.at(0) + generic.Z.at(0);
+    const QPointF red = ColorUtils::xyToUv(generic.X.at(0) / sum, generic.Y.at(0) / sum);
+    const QPointF xy = ColorUtils::uvToXy(red.x() - distance, red.y());
+    double mix[8] = {};
+    ColorUtils::solve({1.0, xy.x(), xy.y()}, mix, 3, 6, true, 0);
+    QVERIFY(mix[1] > 0.1);
+    Drives expected;
+    for (int k = 0; k < 4; ++k) {
+        expected.append(share * mix[k] + (k == 0 ? 1.0 - share : 0.0));
+    }
+    QVERIFY(areClose(levels(yxy(1.0, xy.x(), xy.y()), true, 4, 6, 2), rounded(expected)));
 }
 
 void ChannelMapTest::theSnapAsksForTheTargetAsGiven()
