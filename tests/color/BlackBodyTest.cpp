@@ -14,6 +14,8 @@ private slots:
     void rangeIsFixed();
     void temperatureAndTintToXy_data();
     void temperatureAndTintToXy();
+    void everyBinHasItsTints_data();
+    void everyBinHasItsTints();
     void binEndsAreTheTabledPoints_data();
     void binEndsAreTheTabledPoints();
     void temperaturesOutsideTheRangeGiveZeros_data();
@@ -24,6 +26,7 @@ private slots:
     void xyToTemperatureAndTint();
     void chromaticitiesOutsideTheRangeAreRefused_data();
     void chromaticitiesOutsideTheRangeAreRefused();
+    void theEdgesOfTheRangeAreTaken();
     void tintComesBackAtBinStarts_data();
     void tintComesBackAtBinStarts();
     void planesConvertBothWays();
@@ -110,6 +113,46 @@ void BlackBodyTest::temperatureAndTintToXy()
     }
 }
 
+void BlackBodyTest::everyBinHasItsTints_data()
+{
+    QTest::addColumn<int>("cct"); // about the middle of its bin, so that all five points count
+    QTest::addColumn<double>("x");
+    QTest::addColumn<double>("y");
+    // Worked out like the rows above, at tint 20000.
+    QTest::newRow("1950") << 1950 << 0.562711605793036 << 0.451913226254949;
+    QTest::newRow("2050") << 2050 << 0.550865658530898 << 0.454064294089396;
+    QTest::newRow("2150") << 2150 << 0.540808737998062 << 0.454837392201456;
+    QTest::newRow("2250") << 2250 << 0.529234213596642 << 0.455527396499786;
+    QTest::newRow("2350") << 2350 << 0.518038428844204 << 0.455469281534787;
+    QTest::newRow("2450") << 2450 << 0.507237062550217 << 0.454762069327147;
+    QTest::newRow("2600") << 2600 << 0.491959933253826 << 0.452532878718191;
+    QTest::newRow("2770") << 2770 << 0.47588038706836 << 0.449112640394564;
+    QTest::newRow("2920") << 2920 << 0.462737454605046 << 0.445278825484338;
+    QTest::newRow("3120") << 3120 << 0.446339576823964 << 0.439328126363293;
+    QTest::newRow("3370") << 3370 << 0.427695683194058 << 0.431250684739998;
+    QTest::newRow("3620") << 3620 << 0.411245395117398 << 0.42278440610878;
+    QTest::newRow("3870") << 3870 << 0.396599554191516 << 0.414249739224718;
+    QTest::newRow("4250") << 4250 << 0.377627409950269 << 0.401640633879129;
+    QTest::newRow("4750") << 4750 << 0.356723333741247 << 0.386222130849084;
+    QTest::newRow("5250") << 5250 << 0.340026365144704 << 0.372465547697673;
+    QTest::newRow("5600") << 5600 << 0.330057205671272 << 0.363711784378893;
+    QTest::newRow("5850") << 5850 << 0.323986603032539 << 0.358063475838054;
+    QTest::newRow("6250") << 6250 << 0.315488333655558 << 0.34983879859204;
+    QTest::newRow("7250") << 7250 << 0.299796899777343 << 0.333481424742193;
+    QTest::newRow("9000") << 9000 << 0.281110286754461 << 0.312575310854922;
+    QTest::newRow("10500") << 10500 << 0.270616376031832 << 0.299992077988016;
+}
+
+void BlackBodyTest::everyBinHasItsTints()
+{
+    QFETCH(const int, cct);
+    const Xy xy = xyOf(cct, 20000);
+    QFETCH(const double, x);
+    QFETCH(const double, y);
+    QVERIFY2(isNear(xy.x, x, 1e-12), qPrintable(QString::number(xy.x, 'g', 17)));
+    QVERIFY2(isNear(xy.y, y, 1e-12), qPrintable(QString::number(xy.y, 'g', 17)));
+}
+
 void BlackBodyTest::binEndsAreTheTabledPoints_data()
 {
     QTest::addColumn<int>("cct");
@@ -158,7 +201,7 @@ void BlackBodyTest::temperaturesOutsideTheRangeGiveZeros()
 
 void BlackBodyTest::chromaticityMovesInStepsOfTenKelvin()
 {
-    // In the order of the stated operations these reach their step one kelvin late.
+    // By the rounding of (t - low) / (high - low) x steps these reach their step one kelvin late.
     const QSet<int> late = {4290, 4790, 5290, 6290, 7050, 7290, 7470, 7600,
                             7730, 8290, 8570, 8580, 9130, 9140, 9150, 9160};
     for (int cct = 1901; cct <= 11000; ++cct) {
@@ -235,11 +278,11 @@ void BlackBodyTest::chromaticitiesOutsideTheRangeAreRefused_data()
     QTest::addColumn<double>("x");
     QTest::addColumn<double>("y");
     QTest::newRow("x below 0") << -0.0001 << 0.3;
-    QTest::newRow("x above 0.8") << 0.8001 << 0.8;
+    QTest::newRow("x above 0.8") << 0.8001 << 0.35;
     QTest::newRow("y below 0") << 0.3 << -0.0001;
-    QTest::newRow("y above 0.9") << 0.3 << 0.9001;
-    QTest::newRow("u above 0.6") << 0.8 << 0.2;
-    QTest::newRow("v above 0.6") << 0.3 << 0.9;
+    QTest::newRow("y above 0.9") << 0.0 << 0.9001;
+    QTest::newRow("u above 0.6") << 0.8 << 0.3241;    // 3.2 / 5.2892
+    QTest::newRow("v above 0.6") << 0.5114 << 0.6875; // 6.1875 / 10.2272
     QTest::newRow("NaN x") << nan << 0.3;
     QTest::newRow("NaN y") << 0.3 << nan;
     QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << 0.3;
@@ -254,6 +297,16 @@ void BlackBodyTest::chromaticitiesOutsideTheRangeAreRefused()
     QVERIFY(!ColorUtils::xyToCctTint(x, y, &cct, &tint));
     QCOMPARE(cct, 17);
     QCOMPARE(tint, 18);
+}
+
+void BlackBodyTest::theEdgesOfTheRangeAreTaken()
+{
+    int cct = 0;
+    int tint = 0;
+    QVERIFY(ColorUtils::xyToCctTint(0.8, 0.35, &cct, &tint));
+    QVERIFY(ColorUtils::xyToCctTint(0.0, 0.9, &cct, &tint));
+    QVERIFY(ColorUtils::xyToCctTint(0.8, 0.3279, &cct, &tint));    // u' 3.2 / 5.3348 = 0.59984
+    QVERIFY(ColorUtils::xyToCctTint(0.5114, 0.6560, &cct, &tint)); // v' 5.904 / 9.8492 = 0.59944
 }
 
 void BlackBodyTest::tintComesBackAtBinStarts_data()

@@ -16,6 +16,8 @@ private slots:
     void linearizesLevels();
     void delinearizes_data();
     void delinearizes();
+    void everyLevelIsTheSinglePrecisionRoot_data();
+    void everyLevelIsTheSinglePrecisionRoot();
     void narrowTungstenStaysInItsRange();
     void roundTripOfTheNormalCurve();
     void quantizes_data();
@@ -113,6 +115,41 @@ void ChannelLevelsTest::delinearizes()
     QCOMPARE(static_cast<int>(narrow[0]), level8);
     QCOMPARE(static_cast<int>(wide[1]), 0);
     QCOMPARE(static_cast<int>(narrow[1]), 0);
+}
+
+void ChannelLevelsTest::everyLevelIsTheSinglePrecisionRoot_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<bool>("wide");
+    QTest::addColumn<quint64>("sum");      // of the levels of all 65536 inputs
+    QTest::addColumn<quint64>("weighted"); // each times its input + 1
+    // Worked out in another language, every operation rounded to single precision.
+    QTest::newRow("normal, 16 bits")
+        << 1 << true << Q_UINT64_C(2816417924) << Q_UINT64_C(111655200830649);
+    QTest::newRow("normal, 8 bits")
+        << 1 << false << Q_UINT64_C(10958816) << Q_UINT64_C(434456211544);
+    QTest::newRow("tungsten, 8 bits")
+        << 2 << false << Q_UINT64_C(11807951) << Q_UINT64_C(451616966925);
+}
+
+void ChannelLevelsTest::everyLevelIsTheSinglePrecisionRoot()
+{
+    QFETCH(const int, id);
+    QFETCH(const bool, wide);
+    quint64 sum = 0;
+    quint64 weighted = 0;
+    for (quint32 linear = 0; linear < 65536; ++linear) {
+        const auto in = static_cast<quint16>(linear);
+        quint16 level16 = 0;
+        quint8 level8 = 0;
+        ColorUtils::delinearize16(id, &in, &level16, 1);
+        ColorUtils::delinearize8(id, &in, &level8, 1);
+        const quint64 level = wide ? level16 : level8;
+        sum += level;
+        weighted += level * (linear + 1);
+    }
+    QTEST(sum, "sum");
+    QTEST(weighted, "weighted");
 }
 
 void ChannelLevelsTest::narrowTungstenStaysInItsRange()

@@ -77,7 +77,7 @@ QVector<int> rounded(const Drives& drives)
     return values;
 }
 
-/// The solver's drives, pulled towards a pure emitter, by the rule written down.
+/// The solver's drives, pulled towards a pure emitter within 0.05 in u'v', step by step.
 Drives solvedAndSnapped(const ColorUtils::XyY& target, int layout, int profile, int primarySet)
 {
     double out[8] = {};
@@ -146,6 +146,8 @@ private slots:
     void fixedModesAreAlwaysNominal_data();
     void fixedModesAreAlwaysNominal();
     void pureTargetsSnapToTheirEmitter();
+    void theSnapReachesATwentiethInUv_data();
+    void theSnapReachesATwentiethInUv();
     void theSnapAsksForTheTargetAsGiven();
     void curvesFollowTheWay_data();
     void curvesFollowTheWay();
@@ -278,6 +280,7 @@ void ChannelMapTest::fourWhitesMixTheTwoNextToTheTemperature_data()
     QTest::addColumn<int>("cct");
     QTest::addColumn<Drives>("drives"); // of 2200 K, 3000 K, 4000 K, 6500 K
     QTest::newRow("below all") << 2000 << Drives{1.0, 0.0, 0.0, 0.0};
+    QTest::newRow("at the first lamp") << 2200 << Drives{1.0, 0.0, 0.0, 0.0};
     QTest::newRow("a quarter") << 2400 << Drives{1.0, 0.5, 0.0, 0.0};
     QTest::newRow("first middle") << 2600 << Drives{1.0, 1.0, 0.0, 0.0};
     QTest::newRow("above the middle") << 2850 << Drives{0.375, 1.0, 0.0, 0.0};
@@ -286,7 +289,10 @@ void ChannelMapTest::fourWhitesMixTheTwoNextToTheTemperature_data()
     QTest::newRow("second middle") << 3500 << Drives{0.0, 1.0, 1.0, 0.0};
     QTest::newRow("third quarter") << 3750 << Drives{0.0, 0.5, 1.0, 0.0};
     QTest::newRow("toward cool") << 4500 << Drives{0.0, 0.0, 1.0, 0.4};
+    QTest::newRow("below the third middle") << 5000 << Drives{0.0, 0.0, 1.0, 0.8};
+    QTest::newRow("above the third middle") << 5500 << Drives{0.0, 0.0, 0.8, 1.0};
     QTest::newRow("from cool") << 6000 << Drives{0.0, 0.0, 0.4, 1.0};
+    QTest::newRow("at the last lamp") << 6500 << Drives{0.0, 0.0, 0.0, 1.0};
     QTest::newRow("above all") << 8000 << Drives{0.0, 0.0, 0.0, 1.0};
 }
 
@@ -464,6 +470,32 @@ void ChannelMapTest::pureTargetsSnapToTheirEmitter()
     ColorUtils::solve({1.0, near.x(), near.y()}, bare, 3, 6, true, 0);
     QVERIFY(std::abs(snapped.at(1) - 0.5 * bare[1]) < 1e-3);
     QVERIFY(areClose(levels(yxy(1.0, near.x(), near.y()), true, 4, 6, 2), rounded(snapped)));
+}
+
+void ChannelMapTest::theSnapReachesATwentiethInUv_data()
+{
+    QTest::addColumn<double>("distance");
+    QTest::addColumn<double>("share"); // of the mix that stays
+    QTest::newRow("within") << 0.049 << 0.98;
+    QTest::newRow("beyond") << 0.0505 << 1.0;
+}
+
+void ChannelMapTest::theSnapReachesATwentiethInUv()
+{
+    QFETCH(const double, distance);
+    QFETCH(const double, share);
+    const ColorProfile& generic = *ProfileTable::instance().profile(0, 1, 0);
+    const double sum = generic.X.at(0) + generic.Y.at(0) + generic.Z.at(0);
+    const QPointF red = ColorUtils::xyToUv(generic.X.at(0) / sum, generic.Y.at(0) / sum);
+    const QPointF xy = ColorUtils::uvToXy(red.x() - distance, red.y());
+    double mix[8] = {};
+    ColorUtils::solve({1.0, xy.x(), xy.y()}, mix, 3, 6, true, 0);
+    QVERIFY(mix[1] > 0.1);
+    Drives expected;
+    for (int k = 0; k < 4; ++k) {
+        expected.append(share * mix[k] + (k == 0 ? 1.0 - share : 0.0));
+    }
+    QVERIFY(areClose(levels(yxy(1.0, xy.x(), xy.y()), true, 4, 6, 2), rounded(expected)));
 }
 
 void ChannelMapTest::theSnapAsksForTheTargetAsGiven()

@@ -172,6 +172,7 @@ void CurveTest::narrowTableRoundsTheHighByte_data()
     QTest::newRow("normal 11: 300 is 0x012C") << 1 << 11 << 1;
     QTest::newRow("normal 13: 380 is 0x017C") << 1 << 13 << 1;
     QTest::newRow("normal 14: 420 is 0x01A4") << 1 << 14 << 2;
+    QTest::newRow("normal 34: 1664 is 0x0680") << 1 << 34 << 7;
     QTest::newRow("normal 250: 63060 is 0xF654") << 1 << 250 << 246;
     QTest::newRow("normal 254: 65024 is 0xFE00") << 1 << 254 << 254;
     QTest::newRow("normal 255: 65520 is 0xFFF0") << 1 << 255 << 255;

@@ -32,6 +32,7 @@ private slots:
     void channelColorsPullTheOtherAlong_data();
     void channelColorsPullTheOtherAlong();
     void widerLayoutWins();
+    void aWiderAbsoluteColorTakesChannelsAlong();
     void unlikeListsGiveTheFirst();
     void mixedChannelsForgetTheirOrigin();
 };
@@ -352,6 +353,25 @@ void VelaColorMixTest::widerLayoutWins()
     QVERIFY(composite(narrow, wide) == composite(converted, wide));
     QVERIFY(composite(wide, narrow) == composite(wide, converted));
     QCOMPARE(interpolate(narrow, wide, 0.0).channelCount(), 4);
+}
+
+void VelaColorMixTest::aWiderAbsoluteColorTakesChannelsAlong()
+{
+    // A text can give an absolute colour a layout: here five channels against four.
+    const VelaColor wide(QStringLiteral("aYxy;2;0;32768;0.6;0.30;0.32"));
+    const VelaColor narrow = VelaColor::fromNchannelF({0.6, 0.9, 0.1, 0.4, 0.2}, 3, 6, true);
+    // In front the narrow one goes over to the wide one's layout and profile, which then follows.
+    const VelaColor asWide = narrow.toNchannel(2, 0, -1, 1);
+    const VelaColor wideChannels = wide.toNchannel(2, 0, -1, 1);
+    QCOMPARE(asWide.channelCount(), 5);
+    QVERIFY(interpolate(narrow, wide, 0.3) == interpolate(asWide, wideChannels, 0.3));
+    QCOMPARE(interpolate(narrow, wide, 0.3).channelLayout(), 2U);
+    QVERIFY(composite(narrow, wide) == composite(asWide, wideChannels));
+    // Behind, the absolute colour has become one of four channels before the other is asked.
+    const VelaColor asNarrow = wide.toNchannel(3, 6, -1, 0);
+    QVERIFY(interpolate(wide, narrow, 0.3) == interpolate(asNarrow, narrow, 0.3));
+    QVERIFY(composite(wide, narrow) == composite(asNarrow, narrow));
+    QCOMPARE(interpolate(wide, narrow, 0.3).channelLayout(), 3U);
 }
 
 void VelaColorMixTest::unlikeListsGiveTheFirst()

@@ -50,8 +50,8 @@ VelaColor raw(double Y, double x, double y)
     return color;
 }
 
-/// By the rule written down: the first tint from the top, in steps of 50, whose colour is not black
-/// without clipping, less a twentieth.
+/// The first tint from the top, in steps of 50, whose colour is not black without clipping, less a
+/// twentieth.
 int limitByRule(int cct)
 {
     int tint = 32767;
@@ -97,6 +97,7 @@ private slots:
     void nearestPointKeepsWhatIsInside();
     void onChart_data();
     void onChart();
+    void theChartReachesAThousandthFurther();
     void aWhiteTakesTheChartsHueAndItsOwnY_data();
     void aWhiteTakesTheChartsHueAndItsOwnY();
     void aSaturatedColorTakesThePlainWay();
@@ -312,6 +313,24 @@ void WhiteChartTest::onChart()
     QFETCH(const VelaColor, color);
     QFETCH(const bool, expected);
     QCOMPARE(chart().isOnChart(color), expected);
+}
+
+void WhiteChartTest::theChartReachesAThousandthFurther()
+{
+    // Off the warm end, where the chart's colour and the plain one differ.
+    const QPointF warm = ColorUtils::xyToUv(xyOf(1900, 0).x(), xyOf(1900, 0).y());
+    int within = 0;
+    int beyond = 0;
+    for (int step = 0; step <= 2000; step += 10) {
+        const QPointF xy = ColorUtils::uvToXy(warm.x() + step * 1e-6, warm.y());
+        const QPointF edge = chart().nearestPoint(xy);
+        const bool reached = ColorUtils::deltaUv(xy.x(), xy.y(), edge.x(), edge.y()) < 0.001;
+        const VelaColor color = raw(0.25, xy.x(), xy.y());
+        QCOMPARE(chart().isOnChart(color), reached);
+        QCOMPARE(chart().screenColor(color) == color.toQColor(true), !reached);
+        ++(reached ? within : beyond);
+    }
+    QVERIFY(within > 50 && beyond > 50);
 }
 
 void WhiteChartTest::aWhiteTakesTheChartsHueAndItsOwnY_data()
