@@ -13,7 +13,8 @@
 
 namespace {
 constexpr int kSplashMs = 1500;
-}
+constexpr int kWarmUpMs = 300;
+} // namespace
 
 int startForge(int& argc, char** argv)
 {
@@ -34,6 +35,9 @@ int startForge(int& argc, char** argv)
 
     ForgeWindow window(options.mapFile, options.showFile, options.demoMode, nullptr);
     window.show();
+    // The chart's pictures take a moment to draw: while the splash stands, not in the first frame
+    // that shows a white.
+    QTimer::singleShot(kWarmUpMs, [] { WhiteChart::instance().whiteImage(); });
     QObject::connect(&application, &QApplication::lastWindowClosed, &application,
                      &QApplication::quit);
     return QApplication::exec();

@@ -3,10 +3,12 @@
 // run. Every map's datagrams are checked first; a wrong one fails the run.
 // Run it in a network namespace of its own: tests/in-namespace.sh build/release/bin/FrameBench
 
+#include "color/ColorUtils.h"
 #include "color/VelaColor.h"
 #include "effects/CrossFadeEffect.h"
 #include "effects/FixedColorEffect.h"
 #include "engine/MetaEffect.h"
+#include "map/Light.h"
 #include "map/MapModel.h"
 #include "output/TalvisSocket.h"
 #include "resources/Resources.h"
@@ -125,6 +127,32 @@ public:
         m_model->updateLights();
     }
 
+    /// A frame in which each light has a white of its own that no frame before had.
+    void frameOfOwnWhites(double shift)
+    {
+        if (m_lights.empty()) {
+            const QHash<quint64, Light*> lights = m_model->lightsHash();
+            for (int i = 0; i < m_count; ++i) {
+                m_lights.push_back(lights.value(static_cast<quint64>(i) + 1));
+            }
+        }
+        VelaColor color;
+        for (int i = 0; i < m_count; ++i) {
+            const ColorUtils::XyY white = ownWhite(i, shift);
+            color.setYxyF(white.Y, white.x, white.y);
+            m_lights[static_cast<std::size_t>(i)]->mixColor(color, 0);
+        }
+        m_model->updateLights();
+    }
+    static ColorUtils::XyY ownWhite(int light, double shift)
+    {
+        ColorUtils::XyY white;
+        white.Y = 0.9;
+        white.x = 0.3 + 0.00001 * light + shift;
+        white.y = 0.34 + 0.000003 * light;
+        return white;
+    }
+
     /// The datagrams of one frame.
     std::vector<std::pair<QHostAddress, QByteArray>> datagrams()
     {
@@ -217,14 +245,20 @@ private:
     TapSocket* m_socket = nullptr; // the model's
     std::unique_ptr<MapModel> m_model;
     std::unique_ptr<MetaEffect> m_root;
+    std::vector<Light*> m_lights; // the model's, by uid
     qint64 m_now = kStartMs;
     uint m_frame = 0;
 };
 
+std::map<int, std::unique_ptr<Site>>& sites()
+{
+    static std::map<int, std::unique_ptr<Site>> instance;
+    return instance;
+}
+
 Site& siteOf(int count)
 {
-    static std::map<int, std::unique_ptr<Site>> sites;
-    std::unique_ptr<Site>& site = sites[count];
+    std::unique_ptr<Site>& site = sites()[count];
     if (site == nullptr) {
         site = std::make_unique<Site>(count);
     }
@@ -287,6 +321,33 @@ void frames(benchmark::State& state, Paint paint, bool opaque)
     report(state, count, secondsSince(start));
 }
 
+/// 15,000 lights, each with its own white, against nothing but their solves.
+void ownWhites(benchmark::State& state)
+{
+    constexpr int kCount = 15000;
+    Site& site = siteOf(kCount);
+    double sum = 0.0;
+    double shift = 0.0;
+    double solves = 0.0;
+    double frames = 0.0;
+    for (auto _ : state) {
+        shift += 1e-9;
+        auto start = std::chrono::steady_clock::now();
+        double drives[8] = {};
+        for (int i = 0; i < kCount; ++i) {
+            ColorUtils::solve(Site::ownWhite(i, shift), drives, 1, 0, true, 1);
+            sum += drives[0];
+        }
+        solves += secondsSince(start);
+        start = std::chrono::steady_clock::now();
+        site.frameOfOwnWhites(shift);
+        frames += secondsSince(start);
+    }
+    benchmark::DoNotOptimize(sum);
+    report(state, kCount, frames);
+    state.counters["x_solves"] = frames / solves;
+}
+
 void sizes(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->ArgsProduct({{1000, 15000, 60000}, {1, 2, 3, 4}})->Unit(benchmark::kMicrosecond);
@@ -295,6 +356,7 @@ void sizes(benchmark::internal::Benchmark* benchmark)
 } // namespace
 
 BENCHMARK(bareSends)->Arg(1000)->Arg(15000)->Arg(60000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(ownWhites)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(frames, fixed_opaque, Paint::Fixed, true)->Apply(sizes);
 BENCHMARK_CAPTURE(frames, fixed_half, Paint::Fixed, false)->Apply(sizes);
 BENCHMARK_CAPTURE(frames, fade_opaque, Paint::CrossFade, true)->Apply(sizes);
@@ -312,5 +374,6 @@ int main(int argc, char** argv)
     }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
+    sites().clear(); // ahead of what their lights need
     return 0;
 }

@@ -109,7 +109,7 @@ quint8 level8(int curveId, quint16 linear)
     case 2:
         return delinearizeTungsten8(linear);
     default:
-        return static_cast<quint8>(static_cast<double>(linear) / 257.0 + 0.5);
+        return static_cast<quint8>((linear + 128) / 257); // floor(linear / 257.0 + 0.5) for each
     }
 }
 

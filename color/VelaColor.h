@@ -125,9 +125,9 @@ public:
     double saturationF() const;
     int value8() const;
     double valueF() const;
-    double capY() const;
-    double smallX() const;
-    double smallY() const;
+    double capY() const { return holdsYxy() ? m_form.yxy.capY : readYxy().capY; }
+    double smallX() const { return holdsYxy() ? m_form.yxy.x : readYxy().x; }
+    double smallY() const { return holdsYxy() ? m_form.yxy.y : readYxy().y; }
     /// A null among the first three does nothing at all; a null alpha is skipped.
     void getHsv16(int* hue, int* saturation, int* value, int* alpha = nullptr) const;
     void getHsvF(double* hue, double* saturation, double* value, double* alpha = nullptr) const;
@@ -217,6 +217,7 @@ private:
     int ownPrimarySet() const { return m_tintweave ? 0 : 1; }
     RgbForm readRgb() const;
     HsvForm readHsv() const;
+    bool holdsYxy() const { return m_spec == Yxy || m_spec == Invalid; }
     YxyForm readYxy() const;
     void storeRgb(quint32 red, quint32 green, quint32 blue);
     void storeHsv(qint32 hue, quint32 saturation, quint32 value);

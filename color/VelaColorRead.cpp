@@ -53,7 +53,7 @@ VelaColor::HsvForm VelaColor::readHsv() const
 
 VelaColor::YxyForm VelaColor::readYxy() const
 {
-    return m_spec == Yxy || m_spec == Invalid ? m_form.yxy : toYxy(0, -1, -1).m_form.yxy;
+    return holdsYxy() ? m_form.yxy : toYxy(0, -1, -1).m_form.yxy;
 }
 
 int VelaColor::red8() const
@@ -133,21 +133,6 @@ int VelaColor::value8() const
 double VelaColor::valueF() const
 {
     return componentF(readHsv().value);
-}
-
-double VelaColor::capY() const
-{
-    return readYxy().capY;
-}
-
-double VelaColor::smallX() const
-{
-    return readYxy().x;
-}
-
-double VelaColor::smallY() const
-{
-    return readYxy().y;
 }
 
 void VelaColor::getHsv16(int* hue, int* saturation, int* value, int* alpha) const

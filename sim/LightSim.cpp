@@ -38,6 +38,7 @@ LightSim::LightSim(MapModel* model, QWidget* parent, const char* name)
     const QList<Light*> lights = model->lightsHash().values();
     measureExtents(lights);
     m_layout = new QVBoxLayout(simFrame());
+    m_layout->setContentsMargins(0, 0, 0, 0); // the plan fills the window
     m_view = new SimView(simFrame());
     m_layout->addWidget(m_view);
     buildScene(lights);

@@ -25,6 +25,7 @@ private slots:
     void writesBytes_data();
     void writesBytes();
     void writesEveryChannel();
+    void aLinearLevelIsNarrowedToTheNearest();
     void otherWidthsWriteNothing_data();
     void otherWidthsWriteNothing();
 };
@@ -287,6 +288,16 @@ void ChannelLevelsTest::writesEveryChannel()
     quint8 none = 9;
     ColorUtils::writeChannels(0, 1, drives, &none, 0, kTables, true);
     QCOMPARE(static_cast<int>(none), 9);
+}
+
+void ChannelLevelsTest::aLinearLevelIsNarrowedToTheNearest()
+{
+    for (int linear = 0; linear <= 65535; ++linear) {
+        const auto in = static_cast<quint16>(linear);
+        quint8 out = 0;
+        ColorUtils::delinearize8(0, &in, &out, 1);
+        QCOMPARE(static_cast<int>(out), static_cast<int>(std::floor(linear / 257.0 + 0.5)));
+    }
 }
 
 void ChannelLevelsTest::otherWidthsWriteNothing_data()
