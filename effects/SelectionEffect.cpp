@@ -169,7 +169,7 @@ void SelectionEffect::setControllerSelected(qulonglong uid, bool s)
     if (controller == nullptr) {
         return;
     }
-    const QList<quint64> lights = controller->lightUids();
+    const QList<quint64> lights = controller->lightUidList();
     for (const quint64 light : lights) {
         setLightSelected(light, s);
     }

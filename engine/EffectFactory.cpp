@@ -85,9 +85,14 @@ MetaEffect* refuse(const QString& source, const QString& reason)
 /// `source` names the show in the debug log.
 MetaEffect* parse(const QString& text, MapModel* model, const QString& source)
 {
-    if (!xmlDepthWithin(text)) {
+    // A declaration is a second root, but also names an encoding, which no longer holds: ahead of
+    // the nesting, which must be judged as the document will read it.
+    if (text.startsWith(QLatin1String("<?"))) {
+        return refuse(source, QStringLiteral("it opens with a declaration"));
+    }
+    if (isXmlDeeperThan(text.toUtf8())) {
         return refuse(source,
-                      QStringLiteral("elements nested more than %1 deep").arg(kMaxXmlDepth));
+                      QStringLiteral("its elements nest deeper than %1").arg(kMaxXmlDepth));
     }
     QDomDocument doc(QStringLiteral("mydocument"));
     QString error;

@@ -10,4 +10,11 @@ struct LightPosition
     double q1 = 0.0;
     double q2 = 0.0;
     double q3 = 1.0;
+
+    /// Whether x and y count for extents: false for NaN, infinities and what no 32-bit whole number
+    /// holds.
+    bool countsForExtents() const { return isWithin(x) && isWithin(y); }
+
+private:
+    static bool isWithin(double v) { return v > -2147483649.0 && v < 2147483648.0; }
 };

@@ -6,17 +6,23 @@
 #include <QObject>
 #include <QRect>
 #include <QString>
+#include <QVector>
 #include <QtGlobal>
 
 #include <memory>
+#include <vector>
 
 class Controller;
 class Group;
 class Light;
+class QDomElement;
 class Talvis;
 class TalvisSocket;
 
 /// Owns everything that a map file describes, and the packet layer; serves the end of every frame.
+///
+/// Lights and groups of the model report to it by direct calls instead of connections, which would
+/// cost more memory than the objects themselves; the model's signals are the same.
 class MapModel : public QObject
 {
     Q_OBJECT
@@ -43,13 +49,21 @@ public:
     QList<quint64> groupUids() const;
     QList<quint64> controllerUids() const;
     /// Path of the plan picture as the map has it; empty for none.
-    const QString& imageFile() const;
+    const QString& imageFile() const { return m_imageFile; }
     /// Width and height reach to the highest x and y of the lights.
-    QRect bounds() const;
+    QRect bounds() const { return m_bounds; }
     /// True: no controller is served, lights are only reset.
-    void setSimulateOnly(bool on);
-    bool simulateOnly() const;
-    void setSyncArmed(bool on);
+    void setSimulateOnly(bool on) { m_simulateOnly = on; }
+    bool simulateOnly() const { return m_simulateOnly; }
+    /// Whether frames end with a sync where the file asks for one.
+    void setSyncArmed(bool on) { m_syncArmed = on; }
+    /// The file's "postsync".
+    bool postSync() const { return m_postSync; }
+    /// The file's "version", as it stands there.
+    const QString& version() const { return m_version; }
+    /// What load() was last given; for messages.
+    const QString& path() const { return m_path; }
+    Talvis* talvis() const { return m_talvis.get(); }
 
 public slots:
     /// Ends a frame: serves the controllers, or resets the lights.
@@ -85,4 +99,33 @@ signals:
     void signalSendSetValue(const QString& ipAddress, qulonglong serialNumber,
                             const QString& propertyName, const QString& propertyValue);
     void signalSendPortOutSync();
+
+private:
+    void start();
+    void loadElement(const QDomElement& element);
+    void loadController(QDomElement element);
+    void loadLight(QDomElement element);
+    void loadGroup(QDomElement element);
+    bool addController(Controller* controller);
+    bool addLight(Light* light);
+    bool addGroup(Group* group);
+
+    QHash<quint64, Light*> m_lights;           // owned
+    QHash<quint64, Group*> m_groups;           // owned
+    QHash<quint64, Controller*> m_controllers; // owned
+    std::vector<Light*> m_frameLights;         // the lights, to walk fast
+    std::vector<Controller*> m_frameControllers;
+    std::vector<std::unique_ptr<QObject>> m_refused; // of uids that were taken
+    QString m_imageFile;
+    QRect m_bounds{0, 0, 0, 0};
+    bool m_simulateOnly = false;
+    bool m_postSync = false;
+    bool m_syncArmed = false;
+    std::unique_ptr<Talvis> m_talvis;
+    QString m_version;
+    QString m_path;
+    // Entered by the load that is running, in file order.
+    QVector<quint64> m_newControllers;
+    QVector<quint64> m_newLights;
+    QVector<quint64> m_newGroups;
 };

@@ -1,101 +1,142 @@
 #include "map/XmlDepth.h"
 
-#include <QChar>
-#include <QXmlAttributes>
+#include <QBuffer>
 #include <QXmlDefaultHandler>
 #include <QXmlInputSource>
 #include <QXmlSimpleReader>
 
+#include <cstring>
+
 namespace {
 
-enum class Verdict { Within, Beyond, Unsure };
+enum class Answer { Within, Deeper, Unknown };
 
-/// Follows the tags alone. Comments, sections and declarations, which could hold tags of their own
-/// or bring in entities, leave it unsure.
-Verdict scanTags(const QString& xml, int limit)
+/// Counts tags byte by byte. Knows UTF-8 and ASCII without a declaration or a document type, which
+/// is what maps and shows are; anything else is Unknown.
+Answer scanPlain(const QByteArray& document, int limit)
 {
-    const QChar* at = xml.constData();
-    const QChar* const end = at + xml.size();
-    int depth = 0;
-    while (at != end) {
-        if (*at++ != QLatin1Char('<') || at == end) {
-            continue;
-        }
-        const QChar kind = *at;
-        if (kind == QLatin1Char('!') || kind == QLatin1Char('?')) {
-            return Verdict::Unsure;
-        }
-        QChar quote;
-        QChar before;
-        while (at != end && (!quote.isNull() || *at != QLatin1Char('>'))) {
-            if (*at == quote) {
-                quote = QChar();
-            } else if (quote.isNull() && (*at == QLatin1Char('"') || *at == QLatin1Char('\''))) {
-                quote = *at;
+    const char* at = document.constData();
+    const char* const end = at + document.size();
+    const auto remaining = [&at, end] { return static_cast<std::size_t>(end - at); };
+    const auto skipPast = [&](const char* mark, std::size_t length) {
+        while (remaining() >= length) {
+            at = static_cast<const char*>(std::memchr(at, mark[0], remaining()));
+            if (at == nullptr || static_cast<std::size_t>(end - at) < length) {
+                break;
             }
-            before = *at++;
+            if (std::memcmp(at, mark, length) == 0) {
+                at += length;
+                return true;
+            }
+            ++at;
         }
-        if (kind == QLatin1Char('/')) {
+        at = end;
+        return false;
+    };
+    const auto startsWith = [&](const char* mark, std::size_t length) {
+        return remaining() >= length && std::memcmp(at, mark, length) == 0;
+    };
+
+    if (startsWith("\xEF\xBB\xBF", 3)) {
+        at += 3;
+    }
+    const bool isForeign = startsWith("\xFE", 1) || startsWith("\xFF", 1);
+    if (isForeign || startsWith("<?", 2) || std::memchr(at, 0, remaining()) != nullptr) {
+        return Answer::Unknown;
+    }
+    int depth = 0;
+    while (at < end) {
+        at = static_cast<const char*>(std::memchr(at, '<', remaining()));
+        if (at == nullptr) {
+            break;
+        }
+        if (startsWith("<!--", 4)) {
+            at += 4;
+            skipPast("-->", 3);
+        } else if (startsWith("<![CDATA[", 9)) {
+            at += 9;
+            skipPast("]]>", 3);
+        } else if (startsWith("<?", 2)) {
+            at += 2;
+            skipPast("?>", 2);
+        } else if (startsWith("<!", 2)) {
+            return Answer::Unknown; // a document type may define entities that hold tags
+        } else if (startsWith("</", 2)) {
+            at += 2;
             --depth;
         } else {
-            if (depth >= limit) {
-                return Verdict::Beyond;
+            ++at;
+            char quote = 0;
+            while (at < end && (quote != 0 || *at != '>')) {
+                if (quote != 0) {
+                    quote = *at == quote ? char(0) : quote;
+                } else if (*at == '"' || *at == '\'') {
+                    quote = *at;
+                }
+                ++at;
             }
-            depth += before == QLatin1Char('/') ? 0 : 1;
+            const bool isEmpty = at < end && at[-1] == '/';
+            if (!isEmpty && ++depth > limit) {
+                return Answer::Deeper;
+            }
         }
     }
-    return Verdict::Within;
+    return Answer::Within;
 }
 
-// The document's own reader is the only one that meets just what the document will: others refuse
-// earlier, and expand other entities.
 QT_WARNING_PUSH
-QT_WARNING_DISABLE_DEPRECATED
+QT_WARNING_DISABLE_DEPRECATED // the reader behind QDomDocument, which must see what that sees
 
-class DepthCounter : public QXmlDefaultHandler
+    class DepthHandler final : public QXmlDefaultHandler
 {
 public:
-    explicit DepthCounter(int limit)
+    explicit DepthHandler(int limit)
         : m_limit(limit)
     {}
-    bool startElement(const QString&, const QString&, const QString&,
-                      const QXmlAttributes&) override
+    bool isDeeper() const { return m_isDeeper; }
+    bool startElement(const QString& /*uri*/, const QString& /*localName*/, const QString& /*name*/,
+                      const QXmlAttributes& /*attributes*/) override
     {
-        m_beyond = ++m_depth > m_limit;
-        return !m_beyond;
+        m_isDeeper = m_isDeeper || ++m_depth > m_limit;
+        return !m_isDeeper;
     }
-    bool endElement(const QString&, const QString&, const QString&) override
+    bool endElement(const QString& /*uri*/, const QString& /*localName*/,
+                    const QString& /*name*/) override
     {
         --m_depth;
         return true;
     }
-    bool beyond() const { return m_beyond; }
 
 private:
     int m_limit = 0;
     int m_depth = 0;
-    bool m_beyond = false;
+    bool m_isDeeper = false;
 };
 
-bool readsWithin(const QString& xml, int limit)
+bool parseDepth(const QByteArray& document, int limit)
 {
-    DepthCounter counter(limit);
     QXmlInputSource source;
-    source.setData(xml);
-    QXmlSimpleReader reader; // set up as QDomDocument::setContent does
-    reader.setFeature(QStringLiteral("http://xml.org/sax/features/namespaces"), false);
-    reader.setFeature(QStringLiteral("http://xml.org/sax/features/namespace-prefixes"), true);
-    reader.setContentHandler(&counter);
-    reader.parse(source); // an error ends the document there, too
-    return !counter.beyond();
+    source.setData(document);
+    DepthHandler handler(limit);
+    QXmlSimpleReader reader;
+    reader.setContentHandler(&handler);
+    reader.parse(source);
+    return handler.isDeeper();
 }
 
 QT_WARNING_POP
 
 } // namespace
 
-bool xmlDepthWithin(const QString& xml, int limit)
+bool isXmlDeeperThan(const QByteArray& document, int limit)
 {
-    const Verdict verdict = scanTags(xml, limit);
-    return verdict == Verdict::Unsure ? readsWithin(xml, limit) : verdict == Verdict::Within;
+    switch (scanPlain(document, limit)) {
+    case Answer::Within:
+        return false;
+    case Answer::Deeper:
+        return true;
+    case Answer::Unknown:
+        break;
+    }
+    return parseDepth(document, limit);
 }

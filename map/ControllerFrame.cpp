@@ -1,0 +1,168 @@
+#include "map/Controller.h"
+#include "map/Light.h"
+#include "output/Talvis.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr quint32 kAnyUniverse = 0xFFFFFFFFU; // port frames rely on the port number
+constexpr quint32 kLongest = 65535;           // the packet layer cuts, and says so
+
+QByteArray payload(const quint8* bytes, quint32 count)
+{
+    const quint32 taken = std::min<quint32>(count, Controller::kUniverseBytes);
+    return {reinterpret_cast<const char*>(bytes), static_cast<int>(taken)};
+}
+
+} // namespace
+
+bool Controller::updateLights()
+{
+    if (!m_lightsValid) {
+        resolveLights();
+    }
+    if (m_lightCount == 0 || m_portCount == 0) {
+        return false;
+    }
+    collectBytes();
+    if (m_mode != 0) {
+        emit msg(QStringLiteral("updateLights: Unknown controller mode"));
+        return false;
+    }
+    return sendFrames();
+}
+
+void Controller::collectBytes()
+{
+    constexpr int kAhead = 8;
+    std::memset(m_portBuffers.data(), 0, m_portBuffers.size());
+    const int ahead = static_cast<int>(m_lights.size()) - kAhead;
+    for (int i = 0; i < m_lightCount; ++i) {
+        if (i < ahead) {
+            Light::prefetch(m_lights[static_cast<std::size_t>(i + kAhead)]);
+        }
+        Light* const light = m_lights[static_cast<std::size_t>(i)];
+        if (light == nullptr || light->port() > m_maxPortNumber) {
+            continue;
+        }
+        // Filled at number less one and read at the port: ports of lights count from 0.
+        const int index = m_portIndexOf[light->port()];
+        if (index >= m_portCount) {
+            continue;
+        }
+        light->writeDmx(portBuffer(index), kUniverseBytes);
+        light->reset();
+    }
+}
+
+bool Controller::sendFrames()
+{
+    const bool broadcasts = m_type == BroadcastController;
+    bool isSent = true;
+    if (!isGateOpen()) {
+        return isSent;
+    }
+    if (m_version == 1) {
+        return broadcasts ? sendBroadcastDmxFrame() : sendDmxFrame();
+    }
+    if (m_version == 2 || m_version == 3) {
+        for (int i = 0; i < m_portCount; ++i) {
+            isSent = (broadcasts ? sendBroadcastPortFrame(i) : sendPortFrame(i)) && isSent;
+        }
+    }
+    return isSent;
+}
+
+bool Controller::sendDmxFrame()
+{
+    const quint32 size = port(0).size;
+    if (size == 0) {
+        return true;
+    }
+    if (m_talvis != nullptr) {
+        return m_talvis->sendDmxOut(m_sendAddress, 0, 0, portBuffer(0),
+                                    static_cast<int>(std::min(size, kLongest)));
+    }
+    emit signalSendDmxFrame(ipString(), 0, 0, payload(portBuffer(0), size));
+    return true;
+}
+
+bool Controller::sendBroadcastDmxFrame()
+{
+    if (m_talvis != nullptr) {
+        return m_talvis->broadcastDmxOut(m_universe, 0, 0, portBuffer(0), kUniverseBytes);
+    }
+    emit signalSendBroadcastDmxFrame(m_universe, 0, 0, payload(portBuffer(0), kUniverseBytes));
+    return true;
+}
+
+bool Controller::sendPortFrame(int index)
+{
+    const Port& own = port(index);
+    if (own.size == 0) {
+        return true;
+    }
+    const auto flags = static_cast<quint16>(m_flagNibble * 16U | own.flags);
+    if (m_talvis != nullptr) {
+        return m_talvis->sendPortOut(m_sendAddress, kAnyUniverse, own.number, flags, own.size,
+                                     static_cast<quint16>(own.startCode), portBuffer(index));
+    }
+    emit signalSendPortOut(ipString(), kAnyUniverse, own.number, flags,
+                           static_cast<uchar>(own.startCode), payload(portBuffer(index), own.size));
+    return true;
+}
+
+bool Controller::sendBroadcastPortFrame(int index)
+{
+    const Port& own = port(index);
+    const auto flags = static_cast<quint16>(own.flags);
+    if (m_talvis != nullptr) {
+        return m_talvis->broadcastPortOut(kAnyUniverse, own.number, flags, kUniverseBytes,
+                                          static_cast<quint16>(own.startCode), portBuffer(index));
+    }
+    emit signalSendBroadcastPortOut(kAnyUniverse, own.number, flags,
+                                    static_cast<uchar>(own.startCode),
+                                    payload(portBuffer(index), kUniverseBytes));
+    return true;
+}
+
+bool Controller::lightsOff()
+{
+    return sendToAll(0);
+}
+
+bool Controller::lightsOn()
+{
+    return sendToAll(255);
+}
+
+bool Controller::sendToAll(quint8 level)
+{
+    std::array<quint8, kUniverseBytes> block{};
+    block.fill(level);
+    if (m_version == 1) {
+        if (m_talvis != nullptr) {
+            return m_talvis->sendDmxOut(m_sendAddress, 0, 0, block.data(), kUniverseBytes);
+        }
+        emit signalSendDmxFrame(ipString(), 0, 0, payload(block.data(), kUniverseBytes));
+        return true;
+    }
+    if (m_version != 2 && m_version != 3) {
+        return false;
+    }
+    for (const Port& own : m_ports) {
+        if (m_talvis == nullptr) {
+            // Universe and flags differ from those of the direct way.
+            emit signalSendPortOut(ipString(), 0, own.number, static_cast<ushort>(own.flags),
+                                   static_cast<uchar>(own.startCode),
+                                   payload(block.data(), kUniverseBytes));
+        } else if (!m_talvis->sendPortOut(m_sendAddress, kAnyUniverse, own.number, 0,
+                                          kUniverseBytes, static_cast<quint16>(own.startCode),
+                                          block.data())) {
+            return false;
+        }
+    }
+    return !m_ports.empty();
+}
