@@ -130,5 +130,5 @@ int EffectEngine::drift() const
 
 void EffectEngine::handleTimer()
 {
-    tick(QDateTime::currentDateTime());
+    tick(QDateTime::currentDateTimeUtc()); // a local time is converted by way of the zone's file
 }

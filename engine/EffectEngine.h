@@ -41,7 +41,9 @@ public slots:
     void handleTimer();
 
 signals:
+    /// Behind the outputs; `t` is the frame's time.
     void EngineTick(const QDateTime& t);
+    /// Ahead of the outputs, which reset the lights.
     void propertiesCompiled();
 
 private:

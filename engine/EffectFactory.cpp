@@ -91,8 +91,7 @@ MetaEffect* parse(const QString& text, MapModel* model, const QString& source)
         return refuse(source, QStringLiteral("it opens with a declaration"));
     }
     if (isXmlDeeperThan(text.toUtf8())) {
-        return refuse(source,
-                      QStringLiteral("its elements nest deeper than %1").arg(kMaxXmlDepth));
+        return refuse(source, QStringLiteral("its elements nest deeper than %1").arg(kMaxXmlDepth));
     }
     QDomDocument doc(QStringLiteral("mydocument"));
     QString error;

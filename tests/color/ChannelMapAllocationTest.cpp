@@ -3,40 +3,10 @@
 #include "color/ProfileTable.h"
 #include "color/VelaColor.h"
 #include "resources/Resources.h"
+#include "tests/color/AllocationCount.h"
 
 #include <QObject>
 #include <QtTest>
-
-#include <cstdlib>
-
-// Counts what the C library hands out: Qt's containers take theirs from there, past operator new.
-extern "C" void* __libc_malloc(std::size_t size);
-extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
-extern "C" void* __libc_realloc(void* block, std::size_t size);
-
-namespace {
-
-int allocations = 0;
-
-} // namespace
-
-extern "C" void* malloc(std::size_t size)
-{
-    ++allocations;
-    return __libc_malloc(size);
-}
-
-extern "C" void* calloc(std::size_t count, std::size_t size)
-{
-    ++allocations;
-    return __libc_calloc(count, size);
-}
-
-extern "C" void* realloc(void* block, std::size_t size)
-{
-    ++allocations;
-    return __libc_realloc(block, size);
-}
 
 /// What turns colours into bytes and screen colours in a frame takes nothing from the heap.
 class ChannelMapAllocationTest : public QObject

@@ -243,6 +243,10 @@ void ChannelMapTest::twoWhitesFollowAnAbsoluteColorAlongTheLocus_data()
     QTest::newRow("warm bound") << yxy(1.0, 0.45766, 0.41) << 1.0 << 0.0;
     QTest::newRow("warm half") << yxy(1.0, 0.42, 0.40) << 1.0 << (0.45766 - 0.42) / 0.07589;
     QTest::newRow("middle") << yxy(0.7, 0.38177, 0.38) << (0.38177 - 0.3123) / 0.06947 << 1.0;
+    QTest::newRow("cool side of the middle")
+        << yxy(1.0, 0.37, 0.37) << (0.37 - 0.3123) / 0.06947 << 1.0;
+    QTest::newRow("warm side of the middle")
+        << yxy(1.0, 0.39, 0.385) << 1.0 << (0.45766 - 0.39) / 0.07589;
     QTest::newRow("cool half") << yxy(0.5, 0.35, 0.36) << (0.35 - 0.3123) / 0.06947 << 1.0;
     QTest::newRow("cool bound") << yxy(1.0, 0.3123, 0.33) << 0.0 << 1.0;
     QTest::newRow("cool end") << yxy(1.0, 0.30, 0.31) << 0.0 << 1.0;
