@@ -7,7 +7,7 @@ struct GroupLayout;
 
 /// Turns the hue of one colour round the wheel, each row of the group some degrees ahead of the
 /// row before.
-class ChasingRainbowEffect : public Effect
+class ChasingRainbowEffect final : public Effect
 {
     Q_OBJECT
     Q_PROPERTY(double m_cycletime READ cycleSeconds WRITE setCycleTime)

@@ -23,7 +23,7 @@ struct CustomRainbowEntry
 };
 
 /// Plays a list of colours over and over, each row some time ahead of the row before.
-class CustomRainbowEffect : public Effect
+class CustomRainbowEffect final : public Effect
 {
     Q_OBJECT
 public:

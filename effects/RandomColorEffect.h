@@ -13,7 +13,7 @@ struct GroupLayout;
 
 /// Steps the group through a random list of hues, each row some time ahead of the row before. The
 /// list is drawn anew at each compile(), from the runtime's rand().
-class RandomColorEffect : public Effect
+class RandomColorEffect final : public Effect
 {
     Q_OBJECT
 public:

@@ -12,7 +12,7 @@
 class Light;
 
 /// Lights single lights of a group at random moments, each then decaying to the background.
-class SparkleEffect : public Effect
+class SparkleEffect final : public Effect
 {
     Q_OBJECT
     Q_PROPERTY(VelaColor m_sparkleColor READ sparkleColor WRITE setSparkleColor)

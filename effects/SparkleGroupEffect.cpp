@@ -8,8 +8,6 @@
 #include "map/GroupLayout.h"
 #include "map/Light.h"
 
-#include <QDateTime>
-
 #include <algorithm>
 
 namespace {
@@ -24,8 +22,6 @@ QColor toQColor(const QString& text, Qt::GlobalColor fallback)
 
 SparkleGroupEffect::SparkleGroupEffect(MapModel* model, quint64 gid, QDomElement* element)
     : Effect(model, gid)
-    , m_lastBurstMs(QDateTime::currentMSecsSinceEpoch())
-    , m_lastDecayMs(m_lastBurstMs)
 {
     setType(QStringLiteral("Sparkle Group"));
     SparkleGroupEffect::fromXml(element);
@@ -50,11 +46,6 @@ quint32 SparkleGroupEffect::cycleTime() const
     return EffectSupport::toMilliseconds(m_timeConstant);
 }
 
-qint64 SparkleGroupEffect::wallClockMs() const
-{
-    return QDateTime::currentMSecsSinceEpoch();
-}
-
 SparkleGroupEffect::Rgb SparkleGroupEffect::componentsOf(const QColor& color)
 {
     Rgb rgb;
@@ -71,7 +62,7 @@ bool SparkleGroupEffect::compile()
     m_nextBurst = SparkleBursts::drawFirstWait(m_density);
     m_sparkleRgb = componentsOf(m_sparkleColor);
     m_bgRgb = componentsOf(m_bgColor);
-    m_lastBurstMs = wallClockMs();
+    m_lastBurstMs = m_nowMs();
     m_lastDecayMs = m_lastBurstMs;
     setCompiled(true);
     return true;
@@ -96,7 +87,7 @@ void SparkleGroupEffect::updateLights()
     if (m_rowCount == 0 || m_layout == nullptr) {
         return;
     }
-    const qint64 now = wallClockMs();
+    const qint64 now = m_nowMs();
     if (m_nextBurst < now - m_lastBurstMs) {
         SparkleBursts::burst(m_levels, m_density);
         m_lastBurstMs = now;

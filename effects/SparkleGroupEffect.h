@@ -3,6 +3,7 @@
 #include "engine/Effect.h"
 
 #include <QColor>
+#include <QDateTime>
 
 #include <vector>
 
@@ -11,7 +12,7 @@ struct GroupLayout;
 
 /// Lights whole rows of a group at random moments, each then decaying to the background. Goes by
 /// the wall clock and reaches the outputs only: neither transparency nor the simulation take part.
-class SparkleGroupEffect : public Effect
+class SparkleGroupEffect final : public Effect
 {
     Q_OBJECT
     Q_PROPERTY(QColor m_sparkleColor READ sparkleColor WRITE setSparkleColor)
@@ -53,9 +54,8 @@ public:
     double timeConstant() const { return m_timeConstant; }
     void setTimeConstant(double value);
 
-protected:
-    /// The wall clock in milliseconds since the epoch.
-    virtual qint64 wallClockMs() const;
+    /// For tests: another wall clock, in milliseconds since the epoch.
+    void setWallClock(qint64 (*nowMs)()) { m_nowMs = nowMs; }
 
 private:
     struct Rgb
@@ -81,6 +81,7 @@ private:
     double m_timeConstant = 10.0;
     std::vector<qint32> m_levels;
     quint32 m_nextBurst = 0; // milliseconds from the last burst
-    qint64 m_lastBurstMs = 0;
-    qint64 m_lastDecayMs = 0;
+    qint64 (*m_nowMs)() = QDateTime::currentMSecsSinceEpoch;
+    qint64 m_lastBurstMs = m_nowMs();
+    qint64 m_lastDecayMs = m_lastBurstMs;
 };

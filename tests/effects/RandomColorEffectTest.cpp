@@ -203,13 +203,13 @@ void RandomColorEffectTest::drawsStepsOf60To299()
     set(effect, setting);
     const QVector<int> hues = huesOf(setting);
     for (int i = 0; i < 200; ++i) {
-        stage.run(effect, 5000 * i);
+        stage.run(effect, qint64(5000) * i);
         QCOMPARE(stage.sim(8), pure(hues[i]));
         if (i > 0) {
             QVERIFY(hues[i] - hues[i - 1] >= 60 && hues[i] - hues[i - 1] <= 299);
         }
     }
-    stage.run(effect, 5000 * 200);
+    stage.run(effect, 1000000);
     QCOMPARE(stage.sim(8), QColor(Qt::green));
 }
 
@@ -431,7 +431,7 @@ void RandomColorEffectTest::longListsPassTheGreatestHue()
     const QVector<int> hues = huesOf(setting);
     QVERIFY(hues[999] > 65535); // more than a colour takes
     for (int i = 0; i < 1000; i += 37) {
-        stage.run(effect, 10 * i);
+        stage.run(effect, qint64(10) * i);
         QCOMPARE(stage.sim(8), pure(hues[i]));
     }
 }

@@ -100,7 +100,7 @@ void RowAllocationsTest::noEffectAllocates()
     const auto frames = [&](int first, int count) {
         for (int i = first; i < first + count; ++i) {
             effect->setTransparency(i % 3 == 0 ? 0.0 : i / 1000.0);
-            effect->tick(TestShow::kStartMs + i * 25, static_cast<uint>(i));
+            effect->tick(TestShow::kStartMs + qint64(25) * i, static_cast<uint>(i));
             stage.endFrame();
         }
     };
