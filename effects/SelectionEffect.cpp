@@ -16,7 +16,6 @@ SelectionEffect::SelectionEffect(MapModel* model, quint64 gid, QDomElement* elem
     : Effect(model, gid)
 {
     setType(QStringLiteral("Selection"));
-    m_selected.reserve(kExpectedLights);
     SelectionEffect::fromXml(element);
 }
 
@@ -37,14 +36,23 @@ QHash<quint64, Light*> SelectionEffect::allLights() const
 bool SelectionEffect::compile()
 {
     m_selected.clear();
-    const QHash<quint64, Light*> lights = allLights();
-    for (auto light = lights.cbegin(); light != lights.cend(); ++light) {
-        m_selected.insert(light.key(), false);
-    }
+    m_unentered = allLights();
     m_highlightRow = 0;
     m_highlightActive = false;
     setCompiled(true);
     return true;
+}
+
+void SelectionEffect::enterLights()
+{
+    if (m_unentered.isEmpty()) {
+        return;
+    }
+    m_selected.reserve(kExpectedLights);
+    for (auto light = m_unentered.cbegin(); light != m_unentered.cend(); ++light) {
+        m_selected.insert(light.key(), false);
+    }
+    m_unentered.clear();
 }
 
 void SelectionEffect::updateLights()
@@ -103,18 +111,19 @@ void SelectionEffect::fromXml(QDomElement* element)
 void SelectionEffect::setFgColor(const VelaColor& color)
 {
     m_fgColor = color;
-    compile();
+    SelectionEffect::compile();
 }
 
 void SelectionEffect::setBgColor(const VelaColor& color)
 {
     m_bgColor = color;
-    compile();
+    SelectionEffect::compile();
 }
 
 void SelectionEffect::handleNewLight(qulonglong uid)
 {
     if (model() != nullptr && model()->light(uid) != nullptr) {
+        enterLights();
         m_selected.insert(uid, false);
     }
 }
@@ -122,23 +131,26 @@ void SelectionEffect::handleNewLight(qulonglong uid)
 void SelectionEffect::handleUpdatedLight(qulonglong uid)
 {
     Q_UNUSED(uid)
-    compile();
+    SelectionEffect::compile();
 }
 
 void SelectionEffect::handleDeletedLight(qulonglong uid)
 {
+    enterLights();
     m_selected.remove(uid);
 }
 
 void SelectionEffect::handleClearedMap()
 {
     m_selected.clear();
+    m_unentered.clear();
     m_highlightActive = false; // the layout went with the map
 }
 
 void SelectionEffect::setLightSelected(qulonglong uid, bool s)
 {
     m_highlightActive = false;
+    enterLights();
     const auto entry = m_selected.find(uid);
     if (entry != m_selected.end()) {
         entry.value() = s;
@@ -198,6 +210,7 @@ void SelectionEffect::selectAll()
 
 void SelectionEffect::selectEvery(bool s)
 {
+    enterLights();
     for (bool& selected : m_selected) {
         selected = s;
     }

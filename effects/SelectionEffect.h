@@ -51,6 +51,7 @@ signals:
     void lightSelectionChanged(qulonglong uid, bool s);
 
 private:
+    void enterLights();
     void highlightNextRow();
     void selectEvery(bool s);
     QHash<quint64, Light*> allLights() const;
@@ -58,6 +59,9 @@ private:
     VelaColor m_fgColor = Qt::red;
     VelaColor m_bgColor = Qt::black;
     QHash<quint64, bool> m_selected;
+    // The map's lights as compile() met them, shared with it, until the first use enters them: a
+    // show may hold thousands of selections. Only the keys may be used.
+    QHash<quint64, Light*> m_unentered;
     bool m_highlightActive = false;
     const GroupLayout* m_highlightLayout = nullptr; // not owned
     qint32 m_highlightRow = 0;

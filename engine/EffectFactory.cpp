@@ -90,7 +90,7 @@ MetaEffect* parse(const QString& text, MapModel* model, const QString& source)
     if (text.startsWith(QLatin1String("<?"))) {
         return refuse(source, QStringLiteral("it opens with a declaration"));
     }
-    if (isXmlDeeperThan(text.toUtf8())) {
+    if (xmlShape(text.toUtf8()) == XmlShape::TooDeep) {
         return refuse(source, QStringLiteral("its elements nest deeper than %1").arg(kMaxXmlDepth));
     }
     QDomDocument doc(QStringLiteral("mydocument"));

@@ -111,7 +111,7 @@ void MetaEffect::fromXml(QDomElement* element)
             maxEnd = std::max(maxEnd, child->end());
             if (maxEnd != end()) {
                 setEnd(maxEnd);
-                emit cycleTimeChanged(cycleTime());
+                emit cycleTimeChanged(MetaEffect::cycleTime());
             }
             break;
         }

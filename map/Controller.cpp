@@ -2,6 +2,7 @@
 
 #include "map/Light.h"
 #include "map/MapModel.h"
+#include "map/MapNode.h"
 #include "output/Talvis.h"
 
 #include <algorithm>
@@ -14,6 +15,10 @@ void Controller::FreeDeleter::operator()(quint8* bytes) const
 }
 
 Controller::Controller(int type, Talvis* talvis, QDomNode* element)
+    : Controller(type, talvis, MapTree(element).root())
+{}
+
+Controller::Controller(int type, Talvis* talvis, const MapNode& element)
     : m_type(type)
     , m_name(QStringLiteral("New Controller"))
     , m_talvis(talvis)
@@ -22,8 +27,8 @@ Controller::Controller(int type, Talvis* talvis, QDomNode* element)
     replaceDmxBuffer();
     setPortCount(1);
     setAddress(QHostAddress(QHostAddress::AnyIPv4));
-    if (element != nullptr) {
-        readElement(*element);
+    if (!element.isNull()) {
+        readElement(element);
     }
 }
 

@@ -14,6 +14,7 @@
 
 class Light;
 class MapModel;
+class MapNode;
 class QDomNode;
 class Talvis;
 
@@ -31,6 +32,8 @@ public:
     /// `talvis` is not owned; without it output leaves through the signals. Reads the controller
     /// from its element of the map file; null leaves every default.
     Controller(int type, Talvis* talvis, QDomNode* element);
+    /// The same from a map that is being read.
+    Controller(int type, Talvis* talvis, const MapNode& element);
     ~Controller() override;
 
     /// Order by sortKey.
@@ -129,10 +132,10 @@ private:
     {
         return m_portBuffers.data() + static_cast<std::size_t>(index) * kUniverseBytes;
     }
-    void readElement(const QDomNode& element);
-    void readPortList(const QDomNode& list);
-    void readPort(const QDomNode& element, Port* port);
-    void readProperties(const QDomNode& list);
+    void readElement(const MapNode& element);
+    void readPortList(const MapNode& list);
+    void readPort(const MapNode& element, Port* port);
+    void readProperties(const MapNode& list);
     void setPortCount(int count);
     void rebuildPortIndex();
     bool replaceDmxBuffer();

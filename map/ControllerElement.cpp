@@ -1,7 +1,8 @@
 #include "devices/PropertyMapper.h"
 #include "map/Controller.h"
+#include "map/ElementText.h"
+#include "map/MapNode.h"
 
-#include <QDomNode>
 #include <QStringList>
 
 #include <algorithm>
@@ -31,86 +32,79 @@ enum Key : int {
     UnknownKey,
 };
 
-Key keyOf(const QString& name)
-{
-    static const QHash<QString, Key> kKeys = {
-        {QStringLiteral("t"), TypeKey},
-        {QStringLiteral("type"), TypeKey},
-        {QStringLiteral("n"), NameKey},
-        {QStringLiteral("name"), NameKey},
-        {QStringLiteral("s"), SelfKey},
-        {QStringLiteral("self"), SelfKey},
-        {QStringLiteral("l"), LightKey},
-        {QStringLiteral("light"), LightKey},
-        {QStringLiteral("m"), MissingKey},
-        {QStringLiteral("missing"), MissingKey},
-        {QStringLiteral("sn"), SerialKey},
-        {QStringLiteral("serialnumber"), SerialKey},
-        {QStringLiteral("u"), UniverseKey},
-        {QStringLiteral("universenumber"), UniverseKey},
-        {QStringLiteral("ip"), IpKey},
-        {QStringLiteral("ipaddress"), IpKey},
-        {QStringLiteral("mac"), MacKey},
-        {QStringLiteral("macaddress"), MacKey},
-        {QStringLiteral("d"), BufferSizeKey},
-        {QStringLiteral("dmxbuffersize"), BufferSizeKey},
-        {QStringLiteral("v"), VersionKey},
-        {QStringLiteral("version"), VersionKey},
-        {QStringLiteral("vs"), VersionStringKey},
-        {QStringLiteral("versionstring"), VersionStringKey},
-        {QStringLiteral("ids"), IdStringKey},
-        {QStringLiteral("idstring"), IdStringKey},
-        {QStringLiteral("pl"), PortListKey},
-        {QStringLiteral("portlist"), PortListKey},
-        {QStringLiteral("p"), PortKey},
-        {QStringLiteral("port"), PortKey},
-        {QStringLiteral("pn"), PortNumberKey},
-        {QStringLiteral("portnum"), PortNumberKey},
-        {QStringLiteral("pt"), PortTypeKey},
-        {QStringLiteral("porttype"), PortTypeKey},
-        {QStringLiteral("pf"), PortFlagsKey},
-        {QStringLiteral("portflags"), PortFlagsKey},
-        {QStringLiteral("properties"), PropertiesKey},
-    };
-    return kKeys.value(name, UnknownKey);
-}
+constexpr ElementKey<Key> kKeys[] = {
+    {QLatin1String("t"), TypeKey},
+    {QLatin1String("type"), TypeKey},
+    {QLatin1String("n"), NameKey},
+    {QLatin1String("name"), NameKey},
+    {QLatin1String("s"), SelfKey},
+    {QLatin1String("self"), SelfKey},
+    {QLatin1String("l"), LightKey},
+    {QLatin1String("light"), LightKey},
+    {QLatin1String("m"), MissingKey},
+    {QLatin1String("missing"), MissingKey},
+    {QLatin1String("sn"), SerialKey},
+    {QLatin1String("serialnumber"), SerialKey},
+    {QLatin1String("u"), UniverseKey},
+    {QLatin1String("universenumber"), UniverseKey},
+    {QLatin1String("ip"), IpKey},
+    {QLatin1String("ipaddress"), IpKey},
+    {QLatin1String("mac"), MacKey},
+    {QLatin1String("macaddress"), MacKey},
+    {QLatin1String("d"), BufferSizeKey},
+    {QLatin1String("dmxbuffersize"), BufferSizeKey},
+    {QLatin1String("v"), VersionKey},
+    {QLatin1String("version"), VersionKey},
+    {QLatin1String("vs"), VersionStringKey},
+    {QLatin1String("versionstring"), VersionStringKey},
+    {QLatin1String("ids"), IdStringKey},
+    {QLatin1String("idstring"), IdStringKey},
+    {QLatin1String("pl"), PortListKey},
+    {QLatin1String("portlist"), PortListKey},
+    {QLatin1String("p"), PortKey},
+    {QLatin1String("port"), PortKey},
+    {QLatin1String("pn"), PortNumberKey},
+    {QLatin1String("portnum"), PortNumberKey},
+    {QLatin1String("pt"), PortTypeKey},
+    {QLatin1String("porttype"), PortTypeKey},
+    {QLatin1String("pf"), PortFlagsKey},
+    {QLatin1String("portflags"), PortFlagsKey},
+    {QLatin1String("properties"), PropertiesKey},
+};
 
-/// `fallback` for what does not parse.
-quint64 hexNumber(const QString& text, quint64 fallback)
+Key keyOf(const MapNode& node)
 {
-    bool ok = false;
-    const quint64 value = text.toULongLong(&ok, 16);
-    return ok ? value : fallback;
+    return findElementKey(kKeys, node.name(), UnknownKey);
 }
 
 /// The low byte of a number; 1 for what does not parse and for a low byte of 0.
 quint8 byteOrOne(const QString& text)
 {
-    const auto low = static_cast<quint8>(text.toUInt());
+    const auto low = static_cast<quint8>(readUInt32(text, 0));
     return low != 0 ? low : 1;
 }
 
 } // namespace
 
-void Controller::readElement(const QDomNode& element)
+void Controller::readElement(const MapNode& element)
 {
     constexpr int kLargestBuffer = 65536;
-    for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
-        const Key key = keyOf(child.nodeName());
-        const QString text = child.firstChild().nodeValue();
+    for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const Key key = keyOf(child);
+        const QString text = child.firstValue();
         bool ok = false;
         switch (key) {
         case TypeKey:
-            m_type = text.toInt();
+            m_type = readInt32(text, 0);
             break;
         case NameKey:
             m_name = text;
             break;
         case SelfKey:
-            m_uid = hexNumber(text, 0xFFFFFFFFU);
+            m_uid = readHex64(text, 0xFFFFFFFFU);
             break;
         case LightKey: {
-            const quint64 light = text.toULongLong(&ok, 16);
+            const quint64 light = readHex64(text, 0, &ok);
             if (ok) {
                 m_lightUids.append(light);
             }
@@ -123,10 +117,10 @@ void Controller::readElement(const QDomNode& element)
             break;
         }
         case SerialKey:
-            m_serialNumber = hexNumber(text, 0xFFFFFFFFU); // hexadecimal, unlike a light's
+            m_serialNumber = readHex64(text, 0xFFFFFFFFU); // hexadecimal, unlike a light's
             break;
         case UniverseKey:
-            m_universe = text.toUInt();
+            m_universe = readUInt32(text, 0);
             break;
         case IpKey: {
             QHostAddress address;
@@ -171,19 +165,19 @@ void Controller::readElement(const QDomNode& element)
     emit updatedController(m_uid);
 }
 
-void Controller::readPortList(const QDomNode& list)
+void Controller::readPortList(const MapNode& list)
 {
     int count = 0;
-    for (QDomNode child = list.firstChild(); !child.isNull() && count < kMaxPorts;
+    for (MapNode child = list.firstChild(); !child.isNull() && count < kMaxPorts;
          child = child.nextSibling()) {
         ++count;
     }
     if (count != m_portCount) {
         setPortCount(count);
     }
-    QDomNode child = list.firstChild();
+    MapNode child = list.firstChild();
     for (Port& port : m_ports) { // a child of another name leaves its port as it is
-        if (keyOf(child.nodeName()) == PortKey) {
+        if (keyOf(child) == PortKey) {
             readPort(child, &port);
         }
         child = child.nextSibling();
@@ -191,12 +185,12 @@ void Controller::readPortList(const QDomNode& list)
     rebuildPortIndex();
 }
 
-void Controller::readPort(const QDomNode& element, Port* port)
+void Controller::readPort(const MapNode& element, Port* port)
 {
     constexpr quint8 kFramedType = 3; // such ports take a start code of their own
-    for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
-        const QString text = child.firstChild().nodeValue();
-        switch (keyOf(child.nodeName())) {
+    for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const QString text = child.firstValue();
+        switch (keyOf(child)) {
         case PortNumberKey:
             port->number = byteOrOne(text);
             break;
@@ -205,7 +199,7 @@ void Controller::readPort(const QDomNode& element, Port* port)
             port->startCode = port->type == kFramedType ? 0xFFF0U : 0U;
             break;
         case PortFlagsKey:
-            port->flags = text.toUInt();
+            port->flags = readUInt32(text, 0);
             break;
         default:
             break;
@@ -213,13 +207,13 @@ void Controller::readPort(const QDomNode& element, Port* port)
     }
 }
 
-void Controller::readProperties(const QDomNode& list)
+void Controller::readProperties(const MapNode& list)
 {
     const PropertyMapper& mapper = PropertyMapper::instance();
-    for (QDomNode child = list.firstChild(); !child.isNull(); child = child.nextSibling()) {
-        const QString displayName = mapper.displayName(child.nodeName());
+    for (MapNode child = list.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const QString displayName = mapper.displayName(child.name());
         if (!m_properties.contains(displayName)) {
-            const QString text = child.firstChild().nodeValue();
+            const QString text = child.firstValue();
             m_properties.insert(displayName, mapper.parameterValueToText(displayName, text));
         }
     }

@@ -66,7 +66,10 @@ DmxCache& DmxCache::instance()
 
 quint32 DmxCache::formOf(const DmxCacheKey& key)
 {
-    return m_forms.emplace(key, static_cast<quint32>(m_forms.size())).first->second;
+    if (m_lastForm == nullptr || !m_lastForm->first.hasSameForm(key)) { // lights come in runs
+        m_lastForm = &*m_forms.emplace(key, static_cast<quint32>(m_forms.size())).first;
+    }
+    return m_lastForm->second;
 }
 
 /// Equal colours hash alike; which component differs does not matter.

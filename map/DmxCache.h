@@ -120,5 +120,7 @@ private:
     quint64 m_lookUps = 0;
     std::vector<Node> m_nodes;
     std::vector<quint32> m_buckets;
-    std::unordered_map<DmxCacheKey, quint32, FormHash, FormEqual> m_forms;
+    using Forms = std::unordered_map<DmxCacheKey, quint32, FormHash, FormEqual>;
+    Forms m_forms;
+    const Forms::value_type* m_lastForm = nullptr; // not owned; elements of m_forms stay in place
 };

@@ -1,10 +1,11 @@
 #include "map/Group.h"
 
+#include "map/ElementText.h"
 #include "map/GroupWalk.h"
 #include "map/Light.h"
 #include "map/MapModel.h"
+#include "map/MapNode.h"
 
-#include <QDomNode>
 #include <QHash>
 
 #include <algorithm>
@@ -15,41 +16,40 @@ namespace {
 
 enum Key : int { TypeKey, SelfKey, NameKey, ChildKey, UnknownKey };
 
-Key keyOf(const QString& name)
-{
-    static const QHash<QString, Key> kKeys = {
-        {QStringLiteral("t"), TypeKey},  {QStringLiteral("type"), TypeKey},
-        {QStringLiteral("s"), SelfKey},  {QStringLiteral("self"), SelfKey},
-        {QStringLiteral("n"), NameKey},  {QStringLiteral("name"), NameKey},
-        {QStringLiteral("c"), ChildKey}, {QStringLiteral("child"), ChildKey},
-    };
-    return kKeys.value(name, UnknownKey);
-}
+constexpr ElementKey<Key> kKeys[] = {
+    {QLatin1String("t"), TypeKey},  {QLatin1String("type"), TypeKey},
+    {QLatin1String("s"), SelfKey},  {QLatin1String("self"), SelfKey},
+    {QLatin1String("n"), NameKey},  {QLatin1String("name"), NameKey},
+    {QLatin1String("c"), ChildKey}, {QLatin1String("child"), ChildKey},
+};
 
 } // namespace
 
 Group::Group(QDomNode* element)
+    : Group(MapTree(element).root())
+{}
+
+Group::Group(const MapNode& element)
     : m_name(QStringLiteral("New Group"))
 {
-    if (element == nullptr) {
+    if (element.isNull()) {
         return;
     }
-    for (QDomNode child = element->firstChild(); !child.isNull(); child = child.nextSibling()) {
-        const Key key = keyOf(child.nodeName());
+    for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const Key key = findElementKey(kKeys, child.name(), UnknownKey);
         if (key == UnknownKey) {
             continue;
         }
-        const QString text = child.firstChild().nodeValue();
-        bool ok = false;
+        const QString text = child.firstValue();
         if (key == TypeKey) {
-            m_type = text.toInt();
+            m_type = readInt32(text, 0);
         } else if (key == NameKey) {
             m_name = text;
         } else if (key == SelfKey) {
-            const quint64 uid = text.toULongLong(&ok, 16);
-            m_uid = ok ? uid : 0xFFFFFFFFU;
+            m_uid = readHex64(text, 0xFFFFFFFFU);
         } else {
-            const quint64 uid = text.toULongLong(&ok, 16);
+            bool ok = false;
+            const quint64 uid = readHex64(text, 0, &ok);
             if (ok) {
                 m_children.append(uid);
             }

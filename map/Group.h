@@ -13,6 +13,7 @@
 
 class Light;
 class MapModel;
+class MapNode;
 class QDomNode;
 
 /// A named, typed node of a tree over the lights of the map: what an effect paints.
@@ -30,6 +31,8 @@ public:
 
     /// Reads the group from its element of the map file; null leaves every default.
     explicit Group(QDomNode* element);
+    /// The same from a map that is being read.
+    explicit Group(const MapNode& element);
     ~Group() override;
 
     /// Connects signals both ways and sets the model; always true.

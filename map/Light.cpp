@@ -1,13 +1,49 @@
 #include "map/Light.h"
 
 #include "map/Controller.h"
+#include "map/LightPool.h"
 #include "map/MapModel.h"
 
 #include <QHostAddress>
 
+#include <new>
 #include <tuple>
 
+namespace {
+
+LightPool& pool()
+{
+    static LightPool instance(sizeof(Light), alignof(Light));
+    return instance;
+}
+
+/// The sanitizers watch each block by itself, and a class of its own may be larger.
+bool isPooled([[maybe_unused]] std::size_t size)
+{
+#ifdef FORGE_SANITIZE
+    return false;
+#else
+    return size == sizeof(Light);
+#endif
+}
+
+} // namespace
+
 Light::~Light() = default;
+
+void* Light::operator new(std::size_t size)
+{
+    return isPooled(size) ? pool().take() : ::operator new(size, std::align_val_t(alignof(Light)));
+}
+
+void Light::operator delete(void* light, std::size_t size)
+{
+    if (isPooled(size)) {
+        pool().giveBack(light);
+    } else {
+        ::operator delete(light, std::align_val_t(alignof(Light)));
+    }
+}
 
 bool Light::lessThan(const Light& other) const
 {

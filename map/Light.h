@@ -9,10 +9,12 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <cstddef>
 #include <cstring>
 #include <memory>
 
 class MapModel;
+class MapNode;
 class QDomNode;
 
 /// One addressable fixture of the map: effects paint into it, its controller asks it for bytes.
@@ -26,7 +28,13 @@ class Light : public QObject
 public:
     /// Reads the light from its element of the map file; null leaves every default.
     explicit Light(QDomNode* element);
+    /// The same from a map that is being read.
+    explicit Light(const MapNode& element);
     ~Light() override;
+
+    /// Lights lie side by side in memory, in the order of their making.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* light, std::size_t size);
 
     /// Sort order: controllers' IPv4 addresses, port, DMX address, serial number. False where
     /// either light's controller is missing.
@@ -154,6 +162,7 @@ private:
         quint32 ledChemistry = 0;
         quint32 ioModeSet = 1; // 0 gives two channels and mode 16
         bool halfFull = false;
+        bool hasStartupChannels = false;
     };
 
     /// Colours that few lights ever have.
@@ -182,7 +191,7 @@ private:
 
     void hold(MapModel* model) { m_model = model; }
     void readValue(int key, const QString& text);
-    PropertyList* readProperties(const QDomNode& list);
+    PropertyList* readProperties(const MapNode& list);
     void applyProperty(const QString& displayName);
     void applyStartupChannel(const QString& displayName);
     void updateLayout();

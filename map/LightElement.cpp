@@ -1,13 +1,15 @@
 #include "devices/DeviceDictionary.h"
 #include "devices/PropertyMapper.h"
 #include "map/DmxCache.h"
+#include "map/ElementText.h"
 #include "map/Light.h"
+#include "map/MapNode.h"
 
-#include <QDomNode>
 #include <QLatin1String>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -37,53 +39,36 @@ enum Key : int {
     UnknownKey,
 };
 
-Key keyOf(const QString& name)
-{
-    static const QHash<QString, Key> kKeys = {
-        {QStringLiteral("n"), NameKey},
-        {QStringLiteral("name"), NameKey},
-        {QStringLiteral("c"), ControllerKey},
-        {QStringLiteral("controller"), ControllerKey},
-        {QStringLiteral("fc"), FixtureCodeKey},
-        {QStringLiteral("fixturecode"), FixtureCodeKey},
-        {QStringLiteral("f"), FixtureKey},
-        {QStringLiteral("fixture"), FixtureKey},
-        {QStringLiteral("s"), SelfKey},
-        {QStringLiteral("self"), SelfKey},
-        {QStringLiteral("pn"), PortKey},
-        {QStringLiteral("ln"), LightNumberKey},
-        {QStringLiteral("lightnumber"), LightNumberKey},
-        {QStringLiteral("x"), XKey},
-        {QStringLiteral("y"), YKey},
-        {QStringLiteral("z"), ZKey},
-        {QStringLiteral("q0"), Q0Key},
-        {QStringLiteral("q1"), Q1Key},
-        {QStringLiteral("q2"), Q2Key},
-        {QStringLiteral("q3"), Q3Key},
-        {QStringLiteral("ch"), ChannelKey},
-        {QStringLiteral("channel"), ChannelKey},
-        {QStringLiteral("sn"), SerialKey},
-        {QStringLiteral("tintweaveprofileid"), ProfileKey},
-        {QStringLiteral("tintweaveiomode"), IoModeKey},
-        {QStringLiteral("properties"), PropertiesKey},
-    };
-    return kKeys.value(name, UnknownKey);
-}
+constexpr ElementKey<Key> kKeys[] = {
+    {QLatin1String("n"), NameKey},
+    {QLatin1String("name"), NameKey},
+    {QLatin1String("c"), ControllerKey},
+    {QLatin1String("controller"), ControllerKey},
+    {QLatin1String("fc"), FixtureCodeKey},
+    {QLatin1String("fixturecode"), FixtureCodeKey},
+    {QLatin1String("f"), FixtureKey},
+    {QLatin1String("fixture"), FixtureKey},
+    {QLatin1String("s"), SelfKey},
+    {QLatin1String("self"), SelfKey},
+    {QLatin1String("pn"), PortKey},
+    {QLatin1String("ln"), LightNumberKey},
+    {QLatin1String("lightnumber"), LightNumberKey},
+    {QLatin1String("x"), XKey},
+    {QLatin1String("y"), YKey},
+    {QLatin1String("z"), ZKey},
+    {QLatin1String("q0"), Q0Key},
+    {QLatin1String("q1"), Q1Key},
+    {QLatin1String("q2"), Q2Key},
+    {QLatin1String("q3"), Q3Key},
+    {QLatin1String("ch"), ChannelKey},
+    {QLatin1String("channel"), ChannelKey},
+    {QLatin1String("sn"), SerialKey},
+    {QLatin1String("tintweaveprofileid"), ProfileKey},
+    {QLatin1String("tintweaveiomode"), IoModeKey},
+    {QLatin1String("properties"), PropertiesKey},
+};
 
-quint64 hexUid(const QString& text)
-{
-    bool ok = false;
-    const quint64 value = text.toULongLong(&ok, 16);
-    return ok ? value : 0xFFFFFFFFU;
-}
-
-/// 0.0 for what does not parse, a number beyond the range of double included.
-double coordinate(const QString& text)
-{
-    bool ok = false;
-    const double value = text.toDouble(&ok);
-    return ok ? value : 0.0;
-}
+constexpr quint64 kNoUid = 0xFFFFFFFFU;
 
 QString addressName()
 {
@@ -114,21 +99,39 @@ int channelsOf(quint32 chemistry)
     }
 }
 
+/// Where a serial number stands among the ends of all serial ranges: numbers between the same two
+/// ends are of the same devices.
+std::ptrdiff_t stretchOf(quint64 serial)
+{
+    static const std::vector<quint64> ends = [] {
+        std::vector<quint64> all;
+        const auto entries = DeviceDictionary::instance().findChildren<DeviceEntry*>();
+        for (const DeviceEntry* const entry : entries) {
+            for (const SerialRange& range : entry->serialRanges()) {
+                all.push_back(range.start);
+                all.push_back(range.end + 1);
+            }
+        }
+        std::sort(all.begin(), all.end());
+        return all;
+    }();
+    return std::upper_bound(ends.begin(), ends.end(), serial) - ends.begin();
+}
+
 /// DeviceDictionary::profileForChemistry; neighbouring lights of a map mostly ask the same.
 int profileFor(quint64 serial, const QString& deviceInfo, const QString& chemistry)
 {
     struct Answer
     {
-        bool isSet = false;
-        quint64 serial = 0;
+        std::ptrdiff_t stretch = -1;
         QString deviceInfo;
         QString chemistry;
         int profile = 0;
     };
     static Answer last;
-    if (!last.isSet || last.serial != serial || last.deviceInfo != deviceInfo ||
-        last.chemistry != chemistry) {
-        last = {true, serial, deviceInfo, chemistry,
+    const std::ptrdiff_t stretch = stretchOf(serial);
+    if (last.stretch != stretch || last.deviceInfo != deviceInfo || last.chemistry != chemistry) {
+        last = {stretch, deviceInfo, chemistry,
                 DeviceDictionary::instance().profileForChemistry(serial, deviceInfo, chemistry)};
     }
     return last.profile;
@@ -139,20 +142,20 @@ QString deviceNameFor(quint64 serial, quint32 chemistry)
 {
     struct Answer
     {
-        bool isSet = false;
-        quint64 serial = 0;
+        std::ptrdiff_t stretch = -1;
         quint32 chemistry = 0;
         QString name;
     };
     static Answer last;
-    if (!last.isSet || last.serial != serial || last.chemistry != chemistry) {
+    const std::ptrdiff_t stretch = stretchOf(serial);
+    if (last.stretch != stretch || last.chemistry != chemistry) {
         const QString text = PropertyMapper::instance().valueToText(QStringLiteral("LED_CHEMISTRY"),
                                                                     QString::number(chemistry));
         QString name = DeviceDictionary::instance().deviceNameForSerial(serial, text);
         if (name == QLatin1String("Unknown Device")) {
             name.clear();
         }
-        last = {true, serial, chemistry, name};
+        last = {stretch, chemistry, name};
     }
     return last.name;
 }
@@ -171,19 +174,23 @@ struct Light::PropertyList
 };
 
 Light::Light(QDomNode* element)
+    : Light(MapTree(element).root())
+{}
+
+Light::Light(const MapNode& element)
     : m_name(QStringLiteral("Default Light"))
-    , m_cacheForm(DmxCache::instance().formOf(DmxCacheKey()))
 {
-    if (element == nullptr) {
+    if (element.isNull()) {
+        m_cacheForm = DmxCache::instance().formOf(DmxCacheKey());
         return;
     }
     PropertyList* shared = nullptr;
-    for (QDomNode child = element->firstChild(); !child.isNull(); child = child.nextSibling()) {
-        const Key key = keyOf(child.nodeName());
+    for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const Key key = findElementKey(kKeys, child.name(), UnknownKey);
         if (key == PropertiesKey) {
             shared = readProperties(child);
         } else if (key != UnknownKey) {
-            readValue(key, child.firstChild().nodeValue());
+            readValue(key, child.firstValue());
         }
     }
     if (shared != nullptr && shared->isSettled) {
@@ -200,69 +207,67 @@ Light::Light(QDomNode* element)
 
 void Light::readValue(int key, const QString& text)
 {
-    bool ok = false;
     switch (key) {
     case NameKey:
         m_name = text;
         break;
     case ControllerKey:
-        m_controllerUid = hexUid(text);
+        m_controllerUid = readHex64(text, kNoUid);
         break;
     case FixtureCodeKey: {
+        bool ok = false;
         const qint32 code = text.toInt(&ok, 16);
         m_fixtureCode = ok ? code : -1;
         break;
     }
     case FixtureKey:
-        m_fixtureUid = hexUid(text);
+        m_fixtureUid = readHex64(text, kNoUid);
         break;
     case SelfKey:
-        m_uid = hexUid(text);
+        m_uid = readHex64(text, kNoUid);
         break;
     case PortKey:
-        m_frame.port = static_cast<quint8>(text.toUInt()); // its low byte
+        m_frame.port = static_cast<quint8>(readUInt32(text, 0)); // its low byte
         break;
     case LightNumberKey:
-        m_lightNumber = text.toUInt();
+        m_lightNumber = readUInt32(text, 0);
         break;
     case XKey:
-        m_position.x = coordinate(text);
+        m_position.x = readDouble(text, 0.0);
         break;
     case YKey:
-        m_position.y = coordinate(text);
+        m_position.y = readDouble(text, 0.0);
         break;
     case ZKey:
-        m_position.z = coordinate(text);
+        m_position.z = readDouble(text, 0.0);
         break;
     case Q0Key:
-        m_position.q0 = coordinate(text);
+        m_position.q0 = readDouble(text, 0.0);
         break;
     case Q1Key:
-        m_position.q1 = coordinate(text);
+        m_position.q1 = readDouble(text, 0.0);
         break;
     case Q2Key:
-        m_position.q2 = coordinate(text);
+        m_position.q2 = readDouble(text, 0.0);
         break;
     case Q3Key:
-        m_position.q3 = coordinate(text);
+        m_position.q3 = readDouble(text, 0.0);
         break;
     case ChannelKey:
-        m_frame.channel = text.toInt();
+        m_frame.channel = readInt32(text, 0);
         m_addressIsChannel = true; // "DMX Address" follows it
         if (m_properties.contains(addressName())) {
             m_properties.remove(addressName());
         }
         break;
-    case SerialKey: {
-        const quint64 serial = text.toULongLong(&ok); // decimal, unlike the uids
-        m_serialNumber = ok ? serial : 0xFFFFFFFFU;
+    case SerialKey:
+        m_serialNumber = readUInt64(text, kNoUid); // decimal, unlike the uids
         break;
-    }
     case ProfileKey:
-        m_profileId = text.toInt();
+        m_profileId = readInt32(text, 0);
         break;
     case IoModeKey:
-        m_ioMode = text.toInt();
+        m_ioMode = readInt32(text, 0);
         break;
     default:
         break;
@@ -271,7 +276,7 @@ void Light::readValue(int key, const QString& text)
 
 /// Takes the list in. Answers the known list that the light's properties now are, or null where
 /// they are its own.
-Light::PropertyList* Light::readProperties(const QDomNode& list)
+Light::PropertyList* Light::readProperties(const MapNode& list)
 {
     constexpr std::size_t kKnownLists = 8;
     static std::array<PropertyList, kKnownLists> known;
@@ -279,8 +284,8 @@ Light::PropertyList* Light::readProperties(const QDomNode& list)
     static std::vector<std::pair<QString, QString>> raw;
 
     raw.clear();
-    for (QDomNode child = list.firstChild(); !child.isNull(); child = child.nextSibling()) {
-        raw.emplace_back(child.nodeName(), child.firstChild().nodeValue());
+    for (MapNode child = list.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        raw.emplace_back(child.name(), child.firstValue());
     }
     bool mayShare = m_properties.isEmpty() && !raw.empty();
     if (mayShare) {
@@ -321,6 +326,7 @@ void Light::applyProperty(const QString& displayName)
         return;
     }
     if (displayName.startsWith(QLatin1String("Startup Channel "))) {
+        m_settings.hasStartupChannels = true;
         applyStartupChannel(displayName);
         return;
     }
@@ -392,7 +398,7 @@ void Light::settleLayout()
     m_channelWidth = m_settings.resolution > 0 ? 1 : 2;
     const int footprint = m_channelCount * m_channelWidth * (m_settings.halfFull ? 2 : 1);
     m_frame.footprint = static_cast<quint8>(footprint);
-    for (int n = footprint + 1; n < 8; ++n) {
+    for (int n = footprint + 1; m_settings.hasStartupChannels && n < 8; ++n) {
         const QString startup = QStringLiteral("Startup Channel ") + QString::number(n);
         if (m_properties.contains(startup)) {
             m_properties.remove(startup);

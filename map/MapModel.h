@@ -15,7 +15,7 @@
 class Controller;
 class Group;
 class Light;
-class QDomElement;
+struct MapItem;
 class Talvis;
 class TalvisSocket;
 
@@ -102,10 +102,8 @@ signals:
 
 private:
     void start();
-    void loadElement(const QDomElement& element);
-    void loadController(QDomElement element);
-    void loadLight(QDomElement element);
-    void loadGroup(QDomElement element);
+    void enter(MapItem* item);
+    void finishLoad();
     bool addController(Controller* controller);
     bool addLight(Light* light);
     bool addGroup(Group* group);

@@ -5,15 +5,31 @@
 #include <QXmlInputSource>
 #include <QXmlSimpleReader>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
-enum class Answer { Within, Deeper, Unknown };
+/// Whether each "&" begins a character reference or one of the five entities of XML.
+bool hasOnlyOwnEntities(const QByteArray& document)
+{
+    static constexpr const char* kKnown[] = {"#", "amp;", "lt;", "gt;", "quot;", "apos;"};
+    for (int at = document.indexOf('&'); at >= 0; at = document.indexOf('&', at + 1)) {
+        const char* const name = document.constData() + at + 1;
+        const bool isKnown =
+            std::any_of(std::begin(kKnown), std::end(kKnown), [&](const char* one) {
+                return std::strncmp(name, one, std::strlen(one)) == 0;
+            });
+        if (!isKnown) {
+            return false;
+        }
+    }
+    return true;
+}
 
-/// Counts tags byte by byte. Knows UTF-8 and ASCII without a declaration or a document type, which
-/// is what maps and shows are; anything else is Unknown.
-Answer scanPlain(const QByteArray& document, int limit)
+/// Counts tags byte by byte.
+XmlShape scanTags(const QByteArray& document, int limit)
 {
     const char* at = document.constData();
     const char* const end = at + document.size();
@@ -42,7 +58,7 @@ Answer scanPlain(const QByteArray& document, int limit)
     }
     const bool isForeign = startsWith("\xFE", 1) || startsWith("\xFF", 1);
     if (isForeign || startsWith("<?", 2) || std::memchr(at, 0, remaining()) != nullptr) {
-        return Answer::Unknown;
+        return XmlShape::Special;
     }
     int depth = 0;
     while (at < end) {
@@ -60,7 +76,7 @@ Answer scanPlain(const QByteArray& document, int limit)
             at += 2;
             skipPast("?>", 2);
         } else if (startsWith("<!", 2)) {
-            return Answer::Unknown; // a document type may define entities that hold tags
+            return XmlShape::Special; // a document type may define entities that hold tags
         } else if (startsWith("</", 2)) {
             at += 2;
             --depth;
@@ -77,11 +93,11 @@ Answer scanPlain(const QByteArray& document, int limit)
             }
             const bool isEmpty = at < end && at[-1] == '/';
             if (!isEmpty && ++depth > limit) {
-                return Answer::Deeper;
+                return XmlShape::TooDeep;
             }
         }
     }
-    return Answer::Within;
+    return XmlShape::Plain;
 }
 
 QT_WARNING_PUSH
@@ -128,15 +144,11 @@ QT_WARNING_POP
 
 } // namespace
 
-bool isXmlDeeperThan(const QByteArray& document, int limit)
+XmlShape xmlShape(const QByteArray& document)
 {
-    switch (scanPlain(document, limit)) {
-    case Answer::Within:
-        return false;
-    case Answer::Deeper:
-        return true;
-    case Answer::Unknown:
-        break;
+    const XmlShape shape = scanTags(document, kMaxXmlDepth);
+    if (shape == XmlShape::Special) {
+        return parseDepth(document, kMaxXmlDepth) ? XmlShape::TooDeep : shape;
     }
-    return parseDepth(document, limit);
+    return shape == XmlShape::Plain && !hasOnlyOwnEntities(document) ? XmlShape::Special : shape;
 }

@@ -6,6 +6,11 @@
 /// more overflow the stack when QDomDocument frees them.
 constexpr int kMaxXmlDepth = 1000;
 
-/// Whether the elements of an XML document nest deeper than `limit` before its first error. Takes a
-/// few milliseconds for a large file.
-bool isXmlDeeperThan(const QByteArray& document, int limit = kMaxXmlDepth);
+enum class XmlShape {
+    TooDeep, // elements nest deeper than kMaxXmlDepth before the document's first error
+    Plain,   // UTF-8, with no declaration, document type or entities but the five of XML
+    Special, // anything else
+};
+
+/// Takes a few milliseconds for a large file, unless it is special.
+XmlShape xmlShape(const QByteArray& document);

@@ -21,6 +21,7 @@ private slots:
     void noEffectAllocates();
     void noTimelineAllocates();
     void theClockAllocatesWhatItsTimerDoes();
+    void compilingASelectionCostsNothingPerLight();
 };
 
 namespace {
@@ -165,6 +166,21 @@ void FrameAllocationsTest::theClockAllocatesWhatItsTimerDoes()
     before = allocations;
     frames(300, kFrames);
     QCOMPARE(allocations - before, ofTimer);
+}
+
+void FrameAllocationsTest::compilingASelectionCostsNothingPerLight()
+{
+    // A file may hold thousands of selections, and each colour of each compiles it.
+    TestStage stage;
+    SelectionEffect effect(stage.model(), 0x101, nullptr);
+    const int before = allocations;
+    for (int i = 0; i < 100; ++i) {
+        effect.compile();
+    }
+    QCOMPARE(allocations - before, 0);
+    effect.selectAll();
+    stage.run(effect, 0);
+    QCOMPARE(stage.mix(8), VelaColor(Qt::red));
 }
 
 QTEST_GUILESS_MAIN(FrameAllocationsTest)
