@@ -1,9 +1,14 @@
 #include "effects/RegisterEffects.h"
 
+#include "effects/ChasingRainbowEffect.h"
 #include "effects/CrossFadeEffect.h"
+#include "effects/CustomRainbowEffect.h"
 #include "effects/FixedColorEffect.h"
 #include "effects/FixedWhiteEffect.h"
+#include "effects/RandomColorEffect.h"
 #include "effects/SelectionEffect.h"
+#include "effects/SparkleEffect.h"
+#include "effects/SparkleGroupEffect.h"
 #include "effects/WhiteCrossFadeEffect.h"
 #include "engine/EffectFactory.h"
 
@@ -20,8 +25,13 @@ Effect* create(MapModel* model, quint64 gid, QDomElement* element)
 void registerEffects()
 {
     EffectFactory::registerCreator(0, create<FixedColorEffect>);
+    EffectFactory::registerCreator(1, create<ChasingRainbowEffect>);
     EffectFactory::registerCreator(2, create<CrossFadeEffect>);
+    EffectFactory::registerCreator(3, create<CustomRainbowEffect>);
     EffectFactory::registerCreator(4, create<FixedWhiteEffect>);
+    EffectFactory::registerCreator(8, create<RandomColorEffect>);
+    EffectFactory::registerCreator(9, create<SparkleEffect>);
+    EffectFactory::registerCreator(10, create<SparkleGroupEffect>);
     EffectFactory::registerCreator(13, create<WhiteCrossFadeEffect>);
     EffectFactory::registerCreator(17, create<SelectionEffect>);
 }

@@ -31,9 +31,14 @@ void RegisterEffectsTest::eachTypeIsMadeByItsName_data()
         QTest::newRow(name) << QString::fromLatin1(name) << number << QByteArray(className);
     };
     row("Fixed Color", 0, "FixedColorEffect");
+    row("Chasing Rainbow", 1, "ChasingRainbowEffect");
     row("Cross Fade", 2, "CrossFadeEffect");
+    row("Custom Rainbow", 3, "CustomRainbowEffect");
     row("White Fixed Color", 4, "FixedWhiteEffect");
     row("Meta Effect", 7, "MetaEffect");
+    row("Random Color", 8, "RandomColorEffect");
+    row("Sparkle", 9, "SparkleEffect");
+    row("Sparkle Group", 10, "SparkleGroupEffect");
     row("White Cross Fade", 13, "WhiteCrossFadeEffect");
     row("Selection", 17, "SelectionEffect");
 }
