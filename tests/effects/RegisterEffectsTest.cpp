@@ -33,6 +33,8 @@ void RegisterEffectsTest::eachTypeIsMadeByItsName_data()
     row("Fixed Color", 0, "FixedColorEffect");
     row("Cross Fade", 2, "CrossFadeEffect");
     row("White Fixed Color", 4, "FixedWhiteEffect");
+    row("Animation", 5, "FlashEffect");
+    row("Image Scroll", 6, "ImageEffect");
     row("Meta Effect", 7, "MetaEffect");
     row("White Cross Fade", 13, "WhiteCrossFadeEffect");
     row("Selection", 17, "SelectionEffect");
