@@ -5,6 +5,8 @@
 #include "effects/CustomRainbowEffect.h"
 #include "effects/FixedColorEffect.h"
 #include "effects/FixedWhiteEffect.h"
+#include "effects/FlashEffect.h"
+#include "effects/ImageEffect.h"
 #include "effects/RandomColorEffect.h"
 #include "effects/SelectionEffect.h"
 #include "effects/SparkleEffect.h"
@@ -29,6 +31,8 @@ void registerEffects()
     EffectFactory::registerCreator(2, create<CrossFadeEffect>);
     EffectFactory::registerCreator(3, create<CustomRainbowEffect>);
     EffectFactory::registerCreator(4, create<FixedWhiteEffect>);
+    EffectFactory::registerCreator(5, create<FlashEffect>);
+    EffectFactory::registerCreator(6, create<ImageEffect>);
     EffectFactory::registerCreator(8, create<RandomColorEffect>);
     EffectFactory::registerCreator(9, create<SparkleEffect>);
     EffectFactory::registerCreator(10, create<SparkleGroupEffect>);

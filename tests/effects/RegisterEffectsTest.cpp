@@ -35,6 +35,8 @@ void RegisterEffectsTest::eachTypeIsMadeByItsName_data()
     row("Cross Fade", 2, "CrossFadeEffect");
     row("Custom Rainbow", 3, "CustomRainbowEffect");
     row("White Fixed Color", 4, "FixedWhiteEffect");
+    row("Animation", 5, "FlashEffect");
+    row("Image Scroll", 6, "ImageEffect");
     row("Meta Effect", 7, "MetaEffect");
     row("Random Color", 8, "RandomColorEffect");
     row("Sparkle", 9, "SparkleEffect");
