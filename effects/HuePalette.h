@@ -1,52 +1,75 @@
 #pragma once
 
 #include "color/VelaColor.h"
-#include "map/Light.h"
 
 #include <QColor>
 
+#include <array>
 #include <vector>
 
-/// The saturated colours of the wheel at one alpha, by whole degrees, each worked out when it is
-/// first asked for: thousands of lights share a few hundred of them, frame after frame.
+class Light;
+
+/// Paints lights in saturated colours of the wheel, by whole degrees. Thousands of lights share a
+/// few hundred of them: each is worked out once for an alpha, and lights of one hue are painted
+/// together, in whatever order their hues come.
 class HuePalette
 {
 public:
+    HuePalette();
+
+    /// Room for as many lights as a frame paints; frames allocate none.
+    void setLights(Light* const* lights, int count);
+    int lightCount() const { return static_cast<int>(m_slots.size()); }
+
+    /// Paints light i in the hue `hueOf(i)`, a qint32 as VelaColor::setHsv16 takes it; null entries
+    /// are passed over. `transparency` is that of the effect: alpha is 1.0 less that, held within
+    /// 0..1. For each light whose hue setHsv16 refuses, that logs its warning.
+    template <typename HueOf>
+    void paint(double transparency, int priority, const HueOf& hueOf)
+    {
+        m_counts.fill(0);
+        const int count = lightCount();
+        for (int i = 0; i < count; ++i) {
+            const quint16 slot = slotOf(hueOf(i));
+            m_slots[static_cast<std::size_t>(i)] = slot;
+            ++m_counts[slot];
+        }
+        paintSlots(transparency, priority);
+    }
+
+private:
     struct Shade
     {
         VelaColor color;
         QColor screen;
-        quint64 round = 0;
+        quint64 round = 0; // of the alpha that it was worked out for
     };
 
-    HuePalette();
+    static constexpr qint32 kTurn = 360;
+    static constexpr qint32 kAchromatic = -1;
+    static constexpr qint32 kRefused = 65536;
+    // -359 to 359, for setHsv16 keeps the sign; then -1, which it does not take modulo 360; then
+    // all that it refuses.
+    static constexpr quint16 kAchromaticSlot = 2 * kTurn - 1;
+    static constexpr quint16 kRefusedSlot = kAchromaticSlot + 1;
+    static constexpr std::size_t kSlots = kRefusedSlot + 1;
 
-    /// For an effect of that transparency: alpha 1.0 - transparency, held within 0..1.
-    void setTransparency(double transparency);
-    /// What VelaColor::setHsv16 makes of the hue. Allocates where that refuses it, which is logged
-    /// each time.
-    const Shade& at(qint32 hue);
-
-    /// Paints light i of `count` in the hue `hueOf(i)`; null entries are passed over.
-    template <typename HueOf>
-    void paint(Light* const* lights, int count, int priority, const HueOf& hueOf)
+    static quint16 slotOf(qint32 hue)
     {
-        for (int first = 0; first < count;) {
-            const qint32 hue = hueOf(first);
-            int end = first + 1;
-            while (end < count && hue < kRefusedHue && hueOf(end) == hue) {
-                ++end;
-            }
-            const Shade& shade = at(hue);
-            Light::mixRow(lights + first, end - first, shade.color, shade.screen, priority);
-            first = end;
+        if (hue >= kRefused) {
+            return kRefusedSlot;
         }
+        return hue == kAchromatic ? kAchromaticSlot : static_cast<quint16>(hue % kTurn + kTurn - 1);
     }
+    static qint32 hueOfSlot(quint16 slot);
+    void paintSlots(double transparency, int priority);
+    const Shade& shadeOf(quint16 slot);
 
-private:
-    static constexpr qint32 kRefusedHue = 65536;
-
+    Light* const* m_lights = nullptr; // owned by their group
+    std::vector<quint16> m_slots;     // of each light in this frame
+    std::vector<Light*> m_sorted;     // by slot
+    std::array<int, kSlots> m_counts = {};
     std::vector<Shade> m_shades;
-    quint64 m_round = 1; // of the present alpha
+    quint64 m_round = 1;
     double m_alpha = 1.0;
 };

@@ -5,8 +5,24 @@
 #include "effects/HueWheel.h"
 #include "effects/PlanArea.h"
 #include "engine/EffectXml.h"
+#include "map/Light.h"
 
 #include <cmath>
+
+namespace {
+
+/// The same as HueWheel's, without std::fmod, which divides bit by bit, for any likely hue.
+double raiseBelow0(double hue)
+{
+    constexpr double kFarBelow = -1e9;
+    if (!(hue > kFarBelow)) {
+        return HueWheel::raiseBelow0(hue);
+    }
+    const double rest = hue < 0.0 ? hue - truncI32(hue / 360.0) * 360.0 : hue;
+    return rest < 0.0 ? rest + 360.0 : rest;
+}
+
+} // namespace
 
 XYBurstEffect::XYBurstEffect(MapModel* model, quint64 gid, QDomElement* element)
     : Effect(model, gid)
@@ -37,8 +53,7 @@ bool XYBurstEffect::compile()
 {
     setCompiled(true);
     const PlanArea area(model(), gid());
-    m_lights = area.lights;
-    m_lightCount = area.count;
+    m_palette.setLights(area.lights, area.count);
     if (!area.isFound) {
         return true;
     }
@@ -47,12 +62,12 @@ bool XYBurstEffect::compile()
     const double w = (area.maxX - area.minX) * 0.5;
     const double h = (area.maxY - area.minY) * 0.5;
     const double maxDistance = std::sqrt(h * h + w * w);
-    m_distances.assign(static_cast<std::size_t>(m_lightCount), 0.0);
-    for (int i = 0; i < m_lightCount; ++i) {
-        if (m_lights[i] == nullptr) {
+    m_distances.assign(static_cast<std::size_t>(area.count), 0.0);
+    for (int i = 0; i < area.count; ++i) {
+        if (area.lights[i] == nullptr) {
             continue;
         }
-        const LightPosition place = m_lights[i]->position();
+        const LightPosition place = area.lights[i]->position();
         const double dx = place.x - centerX;
         const double dy = place.y - centerY;
         m_distances[static_cast<std::size_t>(i)] = std::sqrt(dy * dy + dx * dx) / maxDistance;
@@ -64,7 +79,7 @@ bool XYBurstEffect::compile()
 
 void XYBurstEffect::updateLights()
 {
-    if (m_lightCount == 0) {
+    if (m_palette.lightCount() == 0) {
         return;
     }
     const qint32 passed = static_cast<qint32>(static_cast<quint32>(elapsed()));
@@ -76,13 +91,12 @@ void XYBurstEffect::updateLights()
     const double span = 36000.0 / m_ringWidth; // degrees over the distance 1.0
     const double* const distances = m_distances.data();
     const int layer = static_cast<int>(priority());
-    m_palette.setTransparency(transparency());
     if (m_rainbowDir) { // negative hues stay: they are black
-        m_palette.paint(m_lights, m_lightCount, layer,
+        m_palette.paint(transparency(), layer,
                         [=](int i) { return truncI32(span * distances[i] + hueAtCenter); });
     } else {
-        m_palette.paint(m_lights, m_lightCount, layer, [=](int i) {
-            return truncI32(HueWheel::raiseBelow0(hueAtCenter - span * distances[i]));
+        m_palette.paint(transparency(), layer, [=](int i) {
+            return truncI32(raiseBelow0(hueAtCenter - span * distances[i]));
         });
     }
 }

@@ -44,8 +44,6 @@ signals:
     void updateOutputSizeLabel(QString s);
 
 private:
-    Light* const* m_lights = nullptr; // owned by the group
-    int m_lightCount = 0;
     std::vector<double> m_distances; // 1.0: as far as the corners are from the middle
     bool m_cycleDir = false;
     bool m_rainbowDir = false;

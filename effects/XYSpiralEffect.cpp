@@ -4,6 +4,7 @@
 #include "effects/EffectSupport.h"
 #include "effects/PlanArea.h"
 #include "engine/EffectXml.h"
+#include "map/Light.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,17 +56,16 @@ bool XYSpiralEffect::compile()
 {
     setCompiled(true);
     const PlanArea area(model(), gid());
-    m_lights = area.lights;
-    m_lightCount = area.count;
+    m_palette.setLights(area.lights, area.count);
     if (!area.isFound) {
         return true;
     }
     const double centerX = m_centerOffsetX * PlanArea::kUnitsPerPixel + area.minX;
     const double centerY = m_centerOffsetY * PlanArea::kUnitsPerPixel + area.minY;
-    m_phases.assign(static_cast<std::size_t>(m_lightCount), 0);
-    for (int i = 0; i < m_lightCount; ++i) {
-        if (m_lights[i] != nullptr) {
-            const LightPosition place = m_lights[i]->position();
+    m_phases.assign(static_cast<std::size_t>(area.count), 0);
+    for (int i = 0; i < area.count; ++i) {
+        if (area.lights[i] != nullptr) {
+            const LightPosition place = area.lights[i]->position();
             m_phases[static_cast<std::size_t>(i)] = phaseAt(place.x - centerX, place.y - centerY);
         }
     }
@@ -76,14 +76,13 @@ bool XYSpiralEffect::compile()
 
 void XYSpiralEffect::updateLights()
 {
-    if (m_lightCount == 0) {
+    if (m_palette.lightCount() == 0) {
         return;
     }
     const double rate = m_arms * 360.0 / (m_cycleSeconds * 1000.0); // degrees a millisecond
     const qint64 turned = truncI32(static_cast<double>(elapsed()) * rate);
     const quint16* const phases = m_phases.data();
-    m_palette.setTransparency(transparency());
-    m_palette.paint(m_lights, m_lightCount, static_cast<int>(priority()), [=](int i) {
+    m_palette.paint(transparency(), static_cast<int>(priority()), [=](int i) {
         constexpr qint64 kHighest = std::numeric_limits<qint32>::max(); // refused, as any above
         return static_cast<qint32>(std::min(phases[i] + turned, kHighest));
     });

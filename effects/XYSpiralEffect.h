@@ -47,8 +47,6 @@ signals:
 private:
     quint16 phaseAt(double dx, double dy) const;
 
-    Light* const* m_lights = nullptr; // owned by the group
-    int m_lightCount = 0;
     std::vector<quint16> m_phases; // degrees
     double m_cycleSeconds = 10.0;
     double m_twist = 10.0;
