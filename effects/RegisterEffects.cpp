@@ -11,7 +11,12 @@
 #include "effects/SelectionEffect.h"
 #include "effects/SparkleEffect.h"
 #include "effects/SparkleGroupEffect.h"
+#include "effects/StreakEffect.h"
+#include "effects/SweepEffect.h"
 #include "effects/WhiteCrossFadeEffect.h"
+#include "effects/XYBurstEffect.h"
+#include "effects/XYSpiralEffect.h"
+#include "effects/XYTextEffect.h"
 #include "engine/EffectFactory.h"
 
 namespace {
@@ -36,6 +41,11 @@ void registerEffects()
     EffectFactory::registerCreator(8, create<RandomColorEffect>);
     EffectFactory::registerCreator(9, create<SparkleEffect>);
     EffectFactory::registerCreator(10, create<SparkleGroupEffect>);
+    EffectFactory::registerCreator(11, create<StreakEffect>);
+    EffectFactory::registerCreator(12, create<SweepEffect>);
     EffectFactory::registerCreator(13, create<WhiteCrossFadeEffect>);
+    EffectFactory::registerCreator(14, create<XYBurstEffect>);
+    EffectFactory::registerCreator(15, create<XYSpiralEffect>);
+    EffectFactory::registerCreator(16, create<XYTextEffect>);
     EffectFactory::registerCreator(17, create<SelectionEffect>);
 }

@@ -2,11 +2,17 @@
 #include "effects/FixedColorEffect.h"
 #include "effects/FixedWhiteEffect.h"
 #include "effects/SelectionEffect.h"
+#include "effects/StreakEffect.h"
+#include "effects/SweepEffect.h"
 #include "effects/WhiteCrossFadeEffect.h"
+#include "effects/XYBurstEffect.h"
+#include "effects/XYSpiralEffect.h"
+#include "effects/XYTextEffect.h"
 #include "engine/EffectEngine.h"
 #include "engine/MetaEffect.h"
 #include "resources/Resources.h"
 #include "tests/color/AllocationCount.h"
+#include "tests/effects/PlanStage.h"
 #include "tests/effects/TestStage.h"
 
 #include <QTimer>
@@ -19,6 +25,8 @@ private slots:
     void initTestCase() { initForgeResources(); }
     void noEffectAllocates_data();
     void noEffectAllocates();
+    void noEffectOverThePlanAllocates_data();
+    void noEffectOverThePlanAllocates();
     void noTimelineAllocates();
     void theClockAllocatesWhatItsTimerDoes();
     void compilingASelectionCostsNothingPerLight();
@@ -49,6 +57,25 @@ Effect* makeWhitePointFade(MapModel* model)
     return effect;
 }
 
+Effect* makeWhitePointStreak(MapModel* model)
+{
+    auto* const effect = new StreakEffect(model, 0x101, nullptr);
+    effect->setFgColor(VelaColor(QStringLiteral("aYxy;1;0;65535;0.8;0.3805;0.3768")));
+    effect->setWidth(1);
+    effect->setFTail(2);
+    effect->setRTail(2);
+    effect->setWrap(true);
+    return effect;
+}
+
+Effect* makeWhitePointSweep(MapModel* model)
+{
+    auto* const effect = new SweepEffect(model, 0x101, nullptr);
+    effect->setFgColor(VelaColor(QStringLiteral("aYxy;1;0;65535;0.8;0.3805;0.3768")));
+    effect->setBgTransparent(true);
+    return effect;
+}
+
 Effect* makeWalk(MapModel* model)
 {
     auto* const effect = new SelectionEffect(model, 0x101, nullptr);
@@ -70,6 +97,10 @@ void FrameAllocationsTest::noEffectAllocates_data()
     QTest::newRow("cross fade") << Maker(make<CrossFadeEffect>);
     QTest::newRow("cross fade of a white point") << Maker(makeWhitePointFade);
     QTest::newRow("white cross fade") << Maker(make<WhiteCrossFadeEffect>);
+    QTest::newRow("streak") << Maker(make<StreakEffect>);
+    QTest::newRow("streak of a white point") << Maker(makeWhitePointStreak);
+    QTest::newRow("sweep") << Maker(make<SweepEffect>);
+    QTest::newRow("sweep of a white point") << Maker(makeWhitePointSweep);
     QTest::newRow("selection") << Maker(make<SelectionEffect>);
     QTest::newRow("selection walking a group") << Maker(makeWalk);
 }
@@ -87,6 +118,35 @@ void FrameAllocationsTest::noEffectAllocates()
     effect->setStartMs(TestShow::kStartMs);
     const auto frames = [&](int first, int count) {
         for (int i = first; i < first + count; ++i) {
+            effect->tick(TestShow::kStartMs + i * 25, static_cast<uint>(i));
+            stage.endFrame();
+        }
+    };
+    frames(0, 10);
+    const int before = allocations;
+    frames(10, 400);
+    QCOMPARE(allocations - before, 0);
+}
+
+void FrameAllocationsTest::noEffectOverThePlanAllocates_data()
+{
+    QTest::addColumn<Maker>("maker");
+    QTest::newRow("burst") << Maker(make<XYBurstEffect>);
+    QTest::newRow("spiral") << Maker(make<XYSpiralEffect>);
+    QTest::newRow("text") << Maker(make<XYTextEffect>);
+}
+
+void FrameAllocationsTest::noEffectOverThePlanAllocates()
+{
+    QFETCH(const Maker, maker);
+    PlanStage stage;
+    const std::unique_ptr<Effect> effect(maker(stage.model()));
+    effect->compile();
+    effect->setActive(true);
+    effect->setStartMs(TestShow::kStartMs);
+    const auto frames = [&](int first, int count) {
+        for (int i = first; i < first + count; ++i) {
+            effect->setTransparency(i % 40 / 40.0); // a new shade of each hue in each frame
             effect->tick(TestShow::kStartMs + i * 25, static_cast<uint>(i));
             stage.endFrame();
         }

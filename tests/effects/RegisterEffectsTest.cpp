@@ -41,7 +41,12 @@ void RegisterEffectsTest::eachTypeIsMadeByItsName_data()
     row("Random Color", 8, "RandomColorEffect");
     row("Sparkle", 9, "SparkleEffect");
     row("Sparkle Group", 10, "SparkleGroupEffect");
+    row("Streak", 11, "StreakEffect");
+    row("Sweep", 12, "SweepEffect");
     row("White Cross Fade", 13, "WhiteCrossFadeEffect");
+    row("XYBurst", 14, "XYBurstEffect");
+    row("XYSpiral", 15, "XYSpiralEffect");
+    row("Text", 16, "XYTextEffect");
     row("Selection", 17, "SelectionEffect");
 }
 
@@ -62,8 +67,9 @@ void RegisterEffectsTest::eachTypeIsMadeByItsName()
 void RegisterEffectsTest::aShowKeepsItsTypesAndSurvivesASave()
 {
     MetaEffect* const show = new MetaEffect(nullptr, 3, nullptr);
-    for (const char* const name : {"Fixed Color", "Cross Fade", "White Fixed Color", "Meta Effect",
-                                   "White Cross Fade", "Selection"}) {
+    for (const char* const name :
+         {"Fixed Color", "Cross Fade", "White Fixed Color", "Meta Effect", "Streak", "Sweep",
+          "White Cross Fade", "XYBurst", "XYSpiral", "Text", "Selection"}) {
         Effect* const effect =
             EffectFactory::createEffect(QString::fromLatin1(name), nullptr, nullptr);
         effect->setEndFixedTime(1000);
@@ -74,12 +80,12 @@ void RegisterEffectsTest::aShowKeepsItsTypesAndSurvivesASave()
     show->deleteShow();
     MetaEffect* const reread = EffectFactory::parseShow(text, nullptr);
     QVERIFY(reread != nullptr);
-    QCOMPARE(reread->effectList().size(), 6);
+    QCOMPARE(reread->effectList().size(), 11);
     QVector<int> types;
     for (const Effect* const effect : reread->effectList()) {
         types.append(effect->typeId());
     }
-    QCOMPARE(types, QVector<int>({0, 2, 4, 7, 13, 17}));
+    QCOMPARE(types, QVector<int>({0, 2, 4, 7, 11, 12, 13, 14, 15, 16, 17}));
     // The empty timeline took its length from the pass, and has none of its own.
     reread->updateEffectTimes();
     QCOMPARE(TestShow::textOf(*reread), text);
