@@ -5,6 +5,7 @@
 #include "engine/EffectEngine.h"
 #include "engine/MetaEffect.h"
 #include "map/MapModel.h"
+#include "output/CommLibrary.h"
 #include "sim/LightSim.h"
 
 #include <QAction>
@@ -55,6 +56,7 @@ ForgeWindow::ForgeWindow(const QString& mapFile, const QString& showFile, bool d
 
     setUpPlayback();
     sliderUpdate();
+    m_comm = new CommLibrary(QStringLiteral("Pageant Forge"));
 
     if (!m_settings.mapFileName.isEmpty()) {
         handleLoadMapAction();
@@ -73,6 +75,7 @@ ForgeWindow::ForgeWindow(const QString& mapFile, const QString& showFile, bool d
 
 ForgeWindow::~ForgeWindow()
 {
+    delete m_comm;
     discardRoot(m_show);
 }
 
