@@ -174,6 +174,7 @@ private:
 
     struct MixLayer;
     struct SimLayer;
+    struct Tables;
     struct PropertyList;
 
     static const VelaColor& black();

@@ -66,39 +66,6 @@ struct SimResult
     QColor color;
 };
 
-struct Tables
-{
-    std::array<TaggedColor, kTableSize> tags;
-    std::array<MixResult, kTableSize> mixes;
-    std::array<SimResult, kTableSize> sims;
-    quint64 lastTag = 1; // black has that one
-};
-
-Tables& tables()
-{
-    static Tables instance;
-    return instance;
-}
-
-/// The tag of a colour met before or a new one; 0 for what does not equal itself.
-quint64 tagOf(Tables& known, const VelaColor& color)
-{
-    quint64 words[sizeof(VelaColor) / sizeof(quint64)];
-    std::memcpy(words, &color, sizeof(words));
-    const quint64 front = stir(stir(stir(words[0], words[1]), words[2]), words[3]);
-    const quint64 back = stir(stir(stir(words[4], words[5]), words[6]), words[7]);
-    TaggedColor& entry = known.tags[slotOf(front + 3 * back)];
-    if (std::memcmp(&entry.color, &color, sizeof(color)) == 0) {
-        return entry.tag;
-    }
-    if (color != color) { // NOLINT(misc-redundant-expression): invalid or NaN
-        return 0;
-    }
-    entry.color = color;
-    entry.tag = ++known.lastTag;
-    return entry.tag;
-}
-
 double meanWeight(quint32 count)
 {
     return 1.0 - static_cast<double>(count) / (static_cast<double>(count) + 1.0);
@@ -110,6 +77,43 @@ QColor simComposite(const QColor& over, const QColor& under)
 }
 
 } // namespace
+
+struct Light::Tables
+{
+    std::array<TaggedColor, kTableSize> tags;
+    std::array<MixResult, kTableSize> mixes;
+    std::array<SimResult, kTableSize> sims;
+    quint64 lastTag = kBlackTag;
+
+    static Tables& instance()
+    {
+        static Tables tables;
+        return tables;
+    }
+
+    /// The tag of a colour met before or a new one; none for what does not equal itself.
+    quint64 tagOf(const VelaColor& color)
+    {
+        quint64 words[sizeof(VelaColor) / sizeof(quint64)];
+        std::memcpy(words, &color, sizeof(words));
+        const quint64 front = stir(stir(stir(words[0], words[1]), words[2]), words[3]);
+        const quint64 back = stir(stir(stir(words[4], words[5]), words[6]), words[7]);
+        TaggedColor& entry = tags[slotOf(front + 3 * back)];
+        if (std::memcmp(&entry.color, &color, sizeof(color)) != 0) {
+            const quint64 tag = newTag(color);
+            if (tag == kNoTag) {
+                return kNoTag;
+            }
+            entry = {color, tag};
+        }
+        return entry.tag;
+    }
+    quint64 newTag(const VelaColor& color)
+    {
+        // NOLINTNEXTLINE(misc-redundant-expression): false for invalid colours and NaN
+        return color == color ? ++lastTag : kNoTag;
+    }
+};
 
 struct Light::MixLayer
 {
@@ -123,7 +127,7 @@ struct Light::MixLayer
     MixLayer(Tables& tables, const VelaColor& c, int p)
         : known(tables)
         , color(c)
-        , tag(tagOf(tables, c))
+        , tag(tables.tagOf(c))
         , priority(p)
         , isOpaque(c.alpha32() == 0xFFFFFFFFU)
         , last(&tables.mixes.front())
@@ -203,8 +207,7 @@ inline void Light::takeMixLayer(MixLayer& layer)
             entry.under = under;
             entry.over = layer.tag;
             entry.count = averaged;
-            // NOLINTNEXTLINE(misc-redundant-expression): NaN takes no tag
-            entry.tag = entry.color == entry.color ? ++layer.known.lastTag : kNoTag;
+            entry.tag = layer.known.newTag(entry.color);
         }
         layer.last = &entry;
     }
@@ -258,13 +261,13 @@ inline void Light::takeSimLayer(SimLayer& layer)
 
 void Light::mixColor(const VelaColor& c, int priority)
 {
-    MixLayer layer(tables(), c, priority);
+    MixLayer layer(Tables::instance(), c, priority);
     takeMixLayer(layer);
 }
 
 void Light::mixSimColor(const QColor& q, int priority)
 {
-    SimLayer layer(tables(), q, priority);
+    SimLayer layer(Tables::instance(), q, priority);
     takeSimLayer(layer);
 }
 
@@ -272,7 +275,7 @@ void Light::mixRow(Light* const* lights, int count, const VelaColor& c, const QC
                    int priority)
 {
     constexpr int kAhead = 8;
-    Tables& known = tables();
+    Tables& known = Tables::instance();
     MixLayer mixLayer(known, c, priority);
     SimLayer simLayer(known, q, priority);
     for (int i = 0; i < count; ++i) {
