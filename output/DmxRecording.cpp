@@ -8,8 +8,7 @@ namespace {
 
 constexpr quint32 kStartMark = 0xBEEBFEEDU;
 constexpr quint32 kEndMark = 0xDEADBEEFU;
-constexpr int kPieceBytes = 16 * 1024 * 1024;
-constexpr int kBytesALight = 3;
+constexpr int kPieceBytes = 3 * 1024 * 1024; // whole lights
 
 QString suffix()
 {
@@ -65,16 +64,12 @@ bool DmxRecording::open()
     return true;
 }
 
-void DmxRecording::appendLight(quint8 red, quint8 green, quint8 blue)
+void DmxRecording::addPiece()
 {
-    if (m_frames.empty() || m_frames.back().size() > kPieceBytes - kBytesALight) {
-        m_frames.emplace_back();
-        m_frames.back().reserve(kPieceBytes);
-    }
-    QByteArray& piece = m_frames.back();
-    piece.append(static_cast<char>(red));
-    piece.append(static_cast<char>(green));
-    piece.append(static_cast<char>(blue));
+    static_assert(kPieceBytes % kLightBytes == 0, "only the last piece may be short");
+    m_pieces.emplace_back(new char[kPieceBytes]); // its pages cost nothing until they are used
+    m_next = m_pieces.back().get();
+    m_room = kPieceBytes;
 }
 
 bool DmxRecording::finish(quint32 lightCount, const QVector<quint32>& lightNumbers)
@@ -85,10 +80,12 @@ bool DmxRecording::finish(quint32 lightCount, const QVector<quint32>& lightNumbe
     for (const quint32 number : lightNumbers) {
         stream << number;
     }
-    for (const QByteArray& piece : m_frames) {
-        stream.writeRawData(piece.constData(), piece.size());
+    for (const std::unique_ptr<char[]>& piece : m_pieces) {
+        stream.writeRawData(piece.get(),
+                            piece == m_pieces.back() ? kPieceBytes - m_room : kPieceBytes);
     }
-    m_frames.clear();
+    m_pieces.clear();
+    m_room = 0;
     const bool isFlushed = m_file.flush();
     const bool isWritten = isFlushed && stream.status() == QDataStream::Ok;
     if (!isWritten) {
