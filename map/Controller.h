@@ -95,6 +95,8 @@ public:
     bool setRecording(int newMode, const QString& path);
     /// Records one frame: the 8-bit red, green and blue of each light, which then is invalid.
     void writeFrame();
+    /// Appends what was recorded to the file and closes it; nothing without an open recording.
+    void finishRecording();
 
 public slots:
     /// Appends a light unless it is there.
@@ -162,7 +164,6 @@ private:
     bool sendBroadcastPortFrame(int index);
     bool sendToAll(quint8 level);
     void mirror(int universe, int portIndex, quint32 size);
-    void finishRecording();
     bool isGateOpen() const { return !m_missing && m_outputEnabled; }
 
     int m_dmxBufferSize = 12;

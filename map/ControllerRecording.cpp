@@ -9,9 +9,7 @@ bool Controller::setRecording(int newMode, const QString& path)
 {
     switch (newMode) {
     case LiveMode:
-        if (m_recording != nullptr && m_recording->isOpen()) {
-            finishRecording();
-        }
+        finishRecording();
         m_mode = LiveMode;
         return true;
     case RecordingMode:
@@ -36,7 +34,7 @@ void Controller::writeFrame()
     if (!m_lightsValid) {
         resolveLights();
     }
-    if (m_recording == nullptr || !m_recording->isOpen()) {
+    if (m_recording == nullptr) {
         return;
     }
     for (int i = 0; i < m_lightCount; ++i) {
@@ -57,6 +55,9 @@ void Controller::writeFrame()
 
 void Controller::finishRecording()
 {
+    if (m_recording == nullptr || !m_recording->isOpen()) {
+        return;
+    }
     QVector<quint32> numbers;
     numbers.reserve(m_lightUids.size());
     for (const quint64 uid : qAsConst(m_lightUids)) {
@@ -68,4 +69,5 @@ void Controller::finishRecording()
         numbers.append(light->lightNumber());
     }
     m_recording->finish(static_cast<quint32>(m_lightUids.size()), numbers);
+    m_recording.reset();
 }
