@@ -15,8 +15,15 @@
 #include <limits>
 
 namespace {
+
 constexpr int kFastestRate = 1000;
+
+int toSteps(qint64 frames)
+{
+    return static_cast<int>(std::min<qint64>(frames, std::numeric_limits<int>::max()));
 }
+
+} // namespace
 
 DmxExport::DmxExport(MapModel* model, EffectEngine* engine, MetaEffect* show, QWidget* parent)
     : m_model(model)
@@ -61,8 +68,7 @@ void DmxExport::startRecordings(const QString& chosenPath, int rate, const QDate
         header.channels = Controller::numDmxChannels();
         header.totalMs = m_show->end();
         // Without a header the recording is tried all the same, and has its own message.
-        const bool hasHeader = DmxRecording::writeHeader(path, header);
-        Q_UNUSED(hasHeader)
+        DmxRecording::writeHeader(path, header);
         controller->setRecording(Controller::RecordingMode, path);
     }
 }
@@ -71,18 +77,20 @@ void DmxExport::recordFrames(int rate, const QDateTime& base)
 {
     const qint64 length = m_show->end();
     const int period = framePeriodMs(rate);
-    const qint64 steps = length * rate / 1000;
-    QProgressDialog progress(
-        QCoreApplication::translate("ForgeWindow", "Saving DMX file..."),
-        QCoreApplication::translate("ForgeWindow", "Cancel"), 0,
-        static_cast<int>(std::min<qint64>(steps, std::numeric_limits<int>::max())), m_parent);
+    QProgressDialog progress(QCoreApplication::translate("ForgeWindow", "Saving DMX file..."),
+                             QCoreApplication::translate("ForgeWindow", "Cancel"), 0,
+                             toSteps(length * rate / 1000), m_parent);
     progress.setWindowModality(Qt::ApplicationModal);
+    // It blocks the window to the end, also where there are more frames than steps, and appears
+    // whole with the first frames, not after some seconds.
+    progress.setAutoReset(false);
+    progress.setMinimumDuration(0);
     progress.show();
-    int index = 0;
+    qint64 index = 0;
     for (qint64 t = 0; t < length; t += period) {
         m_engine->tick(base.addMSecs(t));
         m_engine->pause(true); // a tick re-arms the timer; no other frame may slip in
-        progress.setValue(index);
+        progress.setValue(toSteps(index));
         ++index;
     }
 }
