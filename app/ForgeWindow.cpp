@@ -28,11 +28,11 @@ ForgeWindow::ForgeWindow(const QString& mapFile, const QString& showFile, bool d
                          QWidget* parent)
     : QMainWindow(parent)
 {
-    Q_UNUSED(demoMode) // opens the colour chooser of a parameter form, of which there is none yet
     setUpForm();
     readSettings();
 
     m_sliderTimer = new QTimer(this);
+    m_sliderTimer->setObjectName(QStringLiteral("m_sliderTimer"));
     m_sliderTimer->setSingleShot(true);
     m_model = new MapModel(this);
     QList<Effect*> noEffects;
@@ -71,11 +71,15 @@ ForgeWindow::ForgeWindow(const QString& mapFile, const QString& showFile, bool d
     if (!showFile.isEmpty()) {
         loadShow(showFile);
     }
+    if (demoMode) {
+        m_metaWidget->demoStart();
+    }
 }
 
 ForgeWindow::~ForgeWindow()
 {
     delete m_comm;
+    delete m_sim; // it may stand by itself, and shows lights of the model
     discardRoot(m_show);
 }
 

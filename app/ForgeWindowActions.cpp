@@ -13,9 +13,11 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRect>
 #include <QSignalBlocker>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QWindow>
 
 void ForgeWindow::setUpForm()
 {
@@ -109,6 +111,7 @@ void ForgeWindow::setUpMenus()
 {
     m_menuBar = new QMenuBar(this);
     m_menuBar->setObjectName(QStringLiteral("m_menuBar"));
+    m_menuBar->setContextMenuPolicy(Qt::PreventContextMenu); // it would offer the toolbars
     setMenuBar(m_menuBar);
     const auto addMenu = [this](const char* name, const QString& title) {
         QMenu* const menu = m_menuBar->addMenu(title);
@@ -279,12 +282,18 @@ void ForgeWindow::handleSimAlwaysOnTopToggled(bool b)
         return;
     }
     {
-        // Re-parenting hides the window in passing, which must not count as the user's doing.
+        // Re-parenting hides the window in passing, which must not count as the user's doing, and
+        // forgets where the user has put it.
         const QSignalBlocker blocker(m_sim.data());
+        const bool placed = m_sim->windowHandle() != nullptr;
+        const QRect place = m_sim->geometry();
         if (b) {
             m_sim->setParent(this, m_sim->windowFlags() | Qt::Dialog | Qt::WindowTitleHint);
         } else {
             m_sim->setParent(nullptr, m_sim->windowFlags());
+        }
+        if (placed) {
+            m_sim->setGeometry(place);
         }
     }
     m_sim->setVisible(m_settings.showSim);

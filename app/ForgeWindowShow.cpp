@@ -233,13 +233,14 @@ bool ForgeWindow::writeShowFile()
         qDebug() << "Could not open show file for writing:" << m_showFile << file.errorString();
         return false;
     }
+    const bool modified = m_metaWidget->isModified();
     QTextStream stream(&file);
     stream.setCodec("UTF-8");
     m_metaWidget->writeShow(stream);
     stream.flush();
     if (stream.status() != QTextStream::Ok || !file.commit()) {
         qDebug() << "Could not write show file:" << m_showFile << file.errorString();
-        m_metaWidget->setModified(true);
+        m_metaWidget->setModified(modified);
         return false;
     }
     return true;

@@ -3,6 +3,7 @@
 #include "editor/StateIcons.h"
 #include "engine/MetaEffect.h"
 
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QSignalBlocker>
 #include <QTableWidget>
@@ -25,6 +26,11 @@ MetaWidget::MetaWidget(MetaEffect* effect, MapModel* model, QWidget* parent)
     layout->setContentsMargins(2 * unit, 2 * unit, 2 * unit, unit);
     layout->addWidget(m_table);
     setMetaEffect(effect);
+}
+
+MetaEffect* MetaWidget::metaEffect() const
+{
+    return m_metaEffect;
 }
 
 void MetaWidget::setMetaEffect(MetaEffect* effect)
@@ -57,6 +63,15 @@ void MetaWidget::writeShow(QTextStream& stream)
     m_modified = false;
 }
 
+void MetaWidget::demoStart()
+{
+    if (m_table->rowCount() != 1) {
+        return;
+    }
+    m_table->setCurrentCell(0, EidColumn);
+    QCoreApplication::processEvents();
+}
+
 void MetaWidget::handleUpdateEffectTimesComplete()
 {
     const QSignalBlocker blocker(m_table);
@@ -64,7 +79,7 @@ void MetaWidget::handleUpdateEffectTimesComplete()
     m_table->setSortingEnabled(false); // a row must not move while it is being filled
     for (const Row& row : qAsConst(m_rows)) {
         if (row.effect != nullptr) {
-            showTimes(row.running->row(), *row.effect);
+            showTimes(row);
         }
     }
     m_table->setSortingEnabled(sorting);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QHash>
+#include <QIcon>
 #include <QList>
 #include <QPointer>
 #include <QString>
@@ -34,12 +36,16 @@ public:
 
     MetaWidget(MetaEffect* effect, MapModel* model, QWidget* parent);
 
+    /// The root that is edited; null once that is gone.
+    MetaEffect* metaEffect() const;
     /// Takes another root; the rows of the former one stay until rebuildTable().
     void setMetaEffect(MetaEffect* effect);
     /// A row for each effect of the root, and the root's end worked out anew.
     void rebuildTable();
     /// Writes the root to `stream` and clears the modified flag.
     void writeShow(QTextStream& stream);
+    /// Selects the effect of a show that has exactly one; nothing for any other show.
+    void demoStart();
     bool isModified() const { return m_modified; }
     void setModified(bool modified) { m_modified = modified; }
 
@@ -59,6 +65,8 @@ private:
     {
         QPointer<Effect> effect;
         QTableWidgetItem* name = nullptr;
+        QTableWidgetItem* start = nullptr;
+        QTableWidgetItem* end = nullptr;
         QTableWidgetItem* running = nullptr;
         bool shownRunning = false;
     };
@@ -66,11 +74,13 @@ private:
     void setUpTable();
     void addTableRow(Effect* effect, const QString& groupName);
     QString groupName(const Effect& effect) const;
-    void showTimes(int row, const Effect& effect);
+    static void showTimes(const Row& row);
+    const QIcon& typeIcon(int typeId);
 
     QPointer<MetaEffect> m_metaEffect; // not owned
     MapModel* m_model = nullptr;       // not owned
     QTableWidget* m_table = nullptr;
     QVector<Row> m_rows;
+    QHash<int, QIcon> m_typeIcons; // by type number, shared by all rows
     bool m_modified = false;
 };

@@ -41,6 +41,14 @@ QTableWidgetItem* makeItem(const QVariant& value, Qt::Alignment alignment)
     return item;
 }
 
+/// An item that is given the icon it has counts as changed, and is looked up and painted.
+void showIcon(QTableWidgetItem* item, const QIcon& icon)
+{
+    if (item->icon().cacheKey() != icon.cacheKey()) {
+        item->setIcon(icon);
+    }
+}
+
 QString seconds(quint32 ms)
 {
     return QString::number(ms / 1000.0, 'g', 6);
@@ -123,33 +131,46 @@ void MetaWidget::rebuildTable()
 
 void MetaWidget::addTableRow(Effect* effect, const QString& groupName)
 {
-    const int row = m_table->rowCount();
-    m_table->insertRow(row);
-    QTableWidgetItem* const name = makeItem(effect->name(), Qt::AlignLeft);
-    name->setIcon(StateIcons::ICON_OPEN());
-    m_table->setItem(row, NameColumn, name);
+    // Filled in ahead of the table, which looks for an item of its own on each change.
+    Row row;
+    row.effect = effect;
+    row.name = makeItem(effect->name(), Qt::AlignLeft);
+    row.name->setIcon(StateIcons::ICON_OPEN());
+    row.start = makeItem(0.0, Qt::AlignRight);
+    row.end = makeItem(0.0, Qt::AlignRight);
+    row.running = makeItem(QStringLiteral("0"), Qt::AlignRight);
+    showTimes(row);
     QTableWidgetItem* const type = makeItem(effect->type(), Qt::AlignLeft);
-    type->setIcon(QIcon(EffectFactory::iconPath(effect->typeId())));
-    m_table->setItem(row, TypeColumn, type);
-    m_table->setItem(row, GroupColumn, makeItem(groupName, Qt::AlignLeft));
-    m_table->setItem(row, PriorityColumn, makeItem(effect->priority(), Qt::AlignRight));
-    m_table->setItem(row, StartColumn, makeItem(0.0, Qt::AlignRight));
-    m_table->setItem(row, EndColumn, makeItem(0.0, Qt::AlignRight));
-    m_table->setItem(row, FadeInColumn, makeItem(seconds(effect->fadein()), Qt::AlignRight));
-    m_table->setItem(row, FadeOutColumn, makeItem(seconds(effect->fadeout()), Qt::AlignRight));
-    m_table->setItem(row, EidColumn, makeItem(QString::number(effect->eid()), Qt::AlignRight));
-    QTableWidgetItem* const running = makeItem(QStringLiteral("0"), Qt::AlignRight);
-    m_table->setItem(row, RunningColumn, running);
-    showTimes(row, *effect);
-    m_rows.append({effect, name, running, false});
+    type->setIcon(typeIcon(effect->typeId()));
+
+    const int index = m_table->rowCount();
+    m_table->insertRow(index);
+    m_table->setItem(index, NameColumn, row.name);
+    m_table->setItem(index, TypeColumn, type);
+    m_table->setItem(index, GroupColumn, makeItem(groupName, Qt::AlignLeft));
+    m_table->setItem(index, PriorityColumn, makeItem(effect->priority(), Qt::AlignRight));
+    m_table->setItem(index, StartColumn, row.start);
+    m_table->setItem(index, EndColumn, row.end);
+    m_table->setItem(index, FadeInColumn, makeItem(seconds(effect->fadein()), Qt::AlignRight));
+    m_table->setItem(index, FadeOutColumn, makeItem(seconds(effect->fadeout()), Qt::AlignRight));
+    m_table->setItem(index, EidColumn, makeItem(QString::number(effect->eid()), Qt::AlignRight));
+    m_table->setItem(index, RunningColumn, row.running);
+    m_rows.append(row);
 }
 
-void MetaWidget::showTimes(int row, const Effect& effect)
+const QIcon& MetaWidget::typeIcon(int typeId)
 {
-    QTableWidgetItem* const start = m_table->item(row, StartColumn);
-    start->setData(Qt::EditRole, effect.begin() / 1000.0);
-    start->setIcon(startIcon(effect));
-    QTableWidgetItem* const end = m_table->item(row, EndColumn);
-    end->setData(Qt::EditRole, effect.end() / 1000.0);
-    end->setIcon(endIcon(effect));
+    const auto known = m_typeIcons.find(typeId);
+    if (known != m_typeIcons.end()) {
+        return *known;
+    }
+    return *m_typeIcons.insert(typeId, QIcon(EffectFactory::iconPath(typeId)));
+}
+
+void MetaWidget::showTimes(const Row& row)
+{
+    row.start->setData(Qt::EditRole, row.effect->begin() / 1000.0);
+    showIcon(row.start, startIcon(*row.effect));
+    row.end->setData(Qt::EditRole, row.effect->end() / 1000.0);
+    showIcon(row.end, endIcon(*row.effect));
 }

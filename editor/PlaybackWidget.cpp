@@ -56,7 +56,7 @@ PlaybackWidget::PlaybackWidget(QWidget* parent)
     m_pauseButton->setToolTip(tr("Pause the show"));
     m_pauseButton->setAccessibleName(tr("Pause"));
 
-    const QString widest = QStringLiteral("86400.000000");
+    const QString widest = QStringLiteral("4294967.295000"); // the latest moment there is
     m_currentTime = makeTimeLabel(this, "currentTime", widest);
     m_totalTime = makeTimeLabel(this, "totalTime", widest + QStringLiteral(" (Invalid)"));
     m_totalTime->setText(tr("0.00 sec."));
