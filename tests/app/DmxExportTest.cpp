@@ -754,12 +754,19 @@ void DmxExportTest::theShowGoesOnFromItsStart()
         box->setIntValue(40);
         box->accept();
     });
+    QDateTime lastFrame;
+    const QMetaObject::Connection connection =
+        connect(m_bench->engine(), &EffectEngine::EngineTick, this,
+                [&] { lastFrame = QDateTime::currentDateTime(); });
     trigger();
+    disconnect(connection);
     QVERIFY(clock.elapsed() < 60000);
     QCOMPARE(recording("show_Side.dmx").frames.size(), 2400);
+    const Effect* const child = m_bench->root()->effectList().at(0);
+    QVERIFY(m_bench->root()->startTime() >= lastFrame); // rewound once more
+    QVERIFY(!child->active());
     QSignalSpy ticks(m_bench->engine(), &EffectEngine::EngineTick);
     QVERIFY(ticks.wait());
-    const Effect* const child = m_bench->root()->effectList().at(0);
     qint64 former = m_bench->root()->elapsed();
     QVERIFY2(former <= clock.elapsed(), QByteArray::number(former).constData());
     QVERIFY(child->active());
