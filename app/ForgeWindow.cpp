@@ -5,6 +5,7 @@
 #include "engine/EffectEngine.h"
 #include "engine/MetaEffect.h"
 #include "map/MapModel.h"
+#include "output/CommLibrary.h"
 #include "sim/LightSim.h"
 
 #include <QAction>
@@ -55,6 +56,7 @@ ForgeWindow::ForgeWindow(const QString& mapFile, const QString& showFile, bool d
 
     setUpPlayback();
     sliderUpdate();
+    m_comm = new CommLibrary(QStringLiteral("Pageant Forge"));
 
     if (!m_settings.mapFileName.isEmpty()) {
         handleLoadMapAction();
@@ -76,6 +78,7 @@ ForgeWindow::ForgeWindow(const QString& mapFile, const QString& showFile, bool d
 
 ForgeWindow::~ForgeWindow()
 {
+    delete m_comm;
     delete m_sim; // it may stand by itself, and shows lights of the model
     discardRoot(m_show);
 }

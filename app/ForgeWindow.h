@@ -8,6 +8,7 @@
 #include <QString>
 
 class AboutDialog;
+class CommLibrary;
 class EffectEngine;
 class LightSim;
 class MapModel;
@@ -42,6 +43,7 @@ public slots:
     void handleSaveShowAsAction();
     void handleNewShowAction();
     void handleAboutAction();
+    void handleWriteDMXAction();
     void handleEditPreferencesAction();
     void handleSimAlwaysOnTopToggled(bool b);
     void handleZoomIn();
@@ -106,7 +108,8 @@ private:
     MetaEffect* m_show = nullptr; // owned; never null once constructed
     MetaWidget* m_metaWidget = nullptr;
     PlaybackWidget* m_playback = nullptr;
-    QPointer<LightSim> m_sim; // null before the first map
+    QPointer<LightSim> m_sim;      // null before the first map
+    CommLibrary* m_comm = nullptr; // owned
     QTimer* m_sliderTimer = nullptr;
     bool m_sliderUpdating = false;
     bool m_lengthErrorShown = false;

@@ -112,9 +112,9 @@ void ForgeWindow::setUpActions()
          {m_showSimAction, m_simAlwaysOnTopAction, m_pauseSimAction, m_livePlayAction}) {
         toggle->setCheckable(true);
     }
-    // Editing and recording are not built yet.
+    // Editing is not built yet.
     for (QAction* waiting : {m_copyEffectAction, m_cutEffectAction, m_pasteEffectAction,
-                             m_deleteEffectAction, m_selectAllEffectAction, m_writeDmxAction}) {
+                             m_deleteEffectAction, m_selectAllEffectAction}) {
         waiting->setEnabled(false);
     }
 }
@@ -195,6 +195,7 @@ void ForgeWindow::connectActions()
     connect(m_saveShowAsAction, &QAction::triggered, this, &ForgeWindow::handleSaveShowAsAction);
     connect(m_newShowAction, &QAction::triggered, this, &ForgeWindow::handleNewShowAction);
     connect(m_aboutAction, &QAction::triggered, this, &ForgeWindow::handleAboutAction);
+    connect(m_writeDmxAction, &QAction::triggered, this, &ForgeWindow::handleWriteDMXAction);
     connect(m_editPreferencesAction, &QAction::triggered, this,
             &ForgeWindow::handleEditPreferencesAction);
     connect(m_simAlwaysOnTopAction, &QAction::toggled, this,

@@ -1,3 +1,4 @@
+#include "app/DmxExport.h"
 #include "app/ForgeWindow.h"
 #include "editor/MetaWidget.h"
 #include "engine/EffectEngine.h"
@@ -10,6 +11,7 @@
 #include <QDateTime>
 #include <QDebug>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -19,6 +21,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <limits>
 
 namespace {
 
@@ -348,6 +351,36 @@ bool ForgeWindow::confirmClearEffects()
     box.setWindowFlags(box.windowFlags() | Qt::WindowStaysOnTopHint);
     box.exec();
     return box.clickedButton() == yes;
+}
+
+void ForgeWindow::handleWriteDMXAction()
+{
+    if (m_sim == nullptr || m_show == nullptr) {
+        return;
+    }
+    const bool running = pauseEngine();
+    m_sim->setPaused(true);
+    if (m_show->end() == 0) {
+        return; // the engine stays paused and the view frozen, here and for an empty name
+    }
+    const QDateTime created = QDateTime::currentDateTime();
+    const QString path = QFileDialog::getSaveFileName(this, tr("Choose base DMX filename"),
+                                                      m_settings.dmxPath, tr("DMX Files (*.dmx)"));
+    if (path.isEmpty()) {
+        return;
+    }
+    m_settings.dmxPath = folderOf(path);
+    // Cancelling answers with the proposed value, and the export goes on.
+    const int rate = DmxExport::workingRate(QInputDialog::getInt(
+        this, tr("Frame Rate"), tr("Please enter the frame rate for your DMX file."),
+        m_settings.frameRate, 0, std::numeric_limits<int>::max(), 1));
+
+    DmxExport(m_model, m_engine, m_show, this).run(path, rate, created);
+    m_engine->setFramePeriod(framePeriodMs(m_settings.frameRate));
+    m_sim->setPaused(m_settings.pauseSim);
+    if (running) {
+        m_engine->pause(false);
+    }
 }
 
 void ForgeWindow::handleProgressStarted(int min, int max, const QString& windowText)
