@@ -99,6 +99,8 @@ struct Light::Tables
         const quint64 front = stir(stir(stir(words[0], words[1]), words[2]), words[3]);
         const quint64 back = stir(stir(stir(words[4], words[5]), words[6]), words[7]);
         TaggedColor& entry = tags[slotOf(front + 3 * back)];
+        // Bits that a colour does not use may differ: it then has two tags, which does no harm.
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
         if (std::memcmp(&entry.color, &color, sizeof(color)) != 0) {
             const quint64 tag = newTag(color);
             if (tag == kNoTag) {
