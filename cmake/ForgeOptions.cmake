@@ -4,7 +4,7 @@ option(FORGE_SANITIZE "Build with the address and undefined-behaviour sanitizers
 add_library(forge_options INTERFACE)
 target_compile_features(forge_options INTERFACE cxx_std_17)
 target_compile_options(forge_options INTERFACE
-    -ffp-contract=off # the stated arithmetic, each operation rounded by itself
+    -ffp-contract=off # each operation rounded by itself, as the fixtures do
     -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wcast-qual
     -Wnon-virtual-dtor -Woverloaded-virtual -Wsuggest-override -Wduplicated-cond -Wlogical-op)
 target_compile_definitions(forge_options INTERFACE

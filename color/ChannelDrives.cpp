@@ -61,16 +61,16 @@ void ColorUtils::channelDrivesToXyY(const VelaColor& color, const ColorProfile& 
     double drives[VelaColor::kMaxChannels] = {};
     const int count =
         std::min({readDrives(color, drives), profile.X.size(), profile.Y.size(), profile.Z.size()});
-    double X = 0.0;
-    double Y = 0.0;
-    double Z = 0.0;
+    double sumX = 0.0;
+    double sumY = 0.0;
+    double sumZ = 0.0;
     for (int i = 0; i < count; ++i) {
         const double drive = linearDrive(drives[i], curveId);
-        X += drive * profile.X.at(i);
-        Y += drive * profile.Y.at(i);
-        Z += drive * profile.Z.at(i);
+        sumX += drive * profile.X.at(i);
+        sumY += drive * profile.Y.at(i);
+        sumZ += drive * profile.Z.at(i);
         out->Y = std::max(out->Y, drive);
     }
-    out->x = X / (X + Y + Z); // 0/0, a NaN, where nothing adds up
-    out->y = Y / (X + Y + Z);
+    out->x = sumX / (sumX + sumY + sumZ); // 0/0, a NaN, where nothing adds up
+    out->y = sumY / (sumX + sumY + sumZ);
 }

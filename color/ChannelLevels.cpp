@@ -19,8 +19,10 @@ double unitOf(float level, double max)
 
 // The inverses below are in single precision throughout: the fixtures' own arithmetic.
 
+// What is rounded down below is never negative, so that a plain truncation does it.
+
 /// The positive root of a pair, limited to `max` and rounded; 0 where none is positive.
-float chosenRoot(float r1, float r2, float max)
+int chosenRoot(float r1, float r2, float max)
 {
     float root = 0.0F;
     if (r1 > 0.0F) {
@@ -28,10 +30,10 @@ float chosenRoot(float r1, float r2, float max)
     } else if (r2 > 0.0F) {
         root = r2;
     }
-    return std::floor((root > max ? max : root) + 0.5F);
+    return static_cast<int>((root > max ? max : root) + 0.5F);
 }
 
-float quadraticRoot(float a, float b, float c, float x, float max)
+int quadraticRoot(float a, float b, float c, float x, float max)
 {
     const float s = std::sqrt(b * b - 4.0F * a * (c - x));
     return chosenRoot((s - b) / (2.0F * a), (-b - s) / (2.0F * a), max);
@@ -107,13 +109,13 @@ quint8 level8(int curveId, quint16 linear)
     case 2:
         return delinearizeTungsten8(linear);
     default:
-        return static_cast<quint8>(std::floor(static_cast<double>(linear) / 257.0 + 0.5));
+        return static_cast<quint8>((linear + 128) / 257); // floor(linear / 257.0 + 0.5) for each
     }
 }
 
 quint16 rounded16(double drive)
 {
-    return static_cast<quint16>(limitI32(std::floor(drive * 65535.0 + 0.5), 0, 65535));
+    return static_cast<quint16>(limitI32(drive * 65535.0 + 0.5, 0, 65535));
 }
 
 quint16 truncated16(double drive)
@@ -121,10 +123,20 @@ quint16 truncated16(double drive)
     return static_cast<quint16>(limitI32(drive * 65535.0, 0, 65535));
 }
 
-void storeHighFirst(quint16 level, quint8* bytes)
+/// High byte first; returns the place behind.
+quint8* putLevel(quint16 level, quint8* bytes)
 {
     bytes[0] = static_cast<quint8>(level >> 8U);
     bytes[1] = static_cast<quint8>(level & 0xFFU);
+    return bytes + 2;
+}
+
+const quint8* narrowTable(const Curve* curve, bool forward)
+{
+    if (curve == nullptr) {
+        return nullptr;
+    }
+    return forward ? curve->lut8() : curve->reverse8();
 }
 
 } // namespace
@@ -133,11 +145,8 @@ namespace ColorUtils {
 
 void lut8Lookup(const Curve* curve, quint8 value, quint8* out, bool forward)
 {
-    if (curve == nullptr || curve->lut8() == nullptr) {
-        *out = value;
-        return;
-    }
-    *out = forward ? curve->lut8()[value] : curve->reverse8()[value];
+    const quint8* const table = narrowTable(curve, forward);
+    *out = table != nullptr ? table[value] : value;
 }
 
 void lut16Lookup(const Curve* curve, quint16 value, quint16* out)
@@ -204,23 +213,26 @@ void writeChannels(int count, int width, const double* drives, quint8* bytes, in
         for (int i = 0; i < count; ++i) {
             const quint16 linear = rounded16(drives[i]);
             if (width == 1) {
-                bytes[i] = level8(curveId, linear);
+                *bytes++ = level8(curveId, linear);
             } else {
-                storeHighFirst(level16(curveId, linear), bytes + 2 * i);
+                bytes = putLevel(level16(curveId, linear), bytes);
             }
         }
         return;
     }
     const Curve* const table = curve(curveId);
-    for (int i = 0; i < count; ++i) {
-        if (width == 1) {
-            const int value = limitI32(std::floor(drives[i] * 255.0 + 0.5), 0, 255);
-            lut8Lookup(table, static_cast<quint8>(value), bytes + i, forward);
-        } else {
-            quint16 level = 0;
-            lut16Lookup(table, truncated16(drives[i]), &level);
-            storeHighFirst(level, bytes + 2 * i);
+    if (width == 1) {
+        const quint8* const narrow = narrowTable(table, forward);
+        for (int i = 0; i < count; ++i) {
+            const int value = limitI32(drives[i] * 255.0 + 0.5, 0, 255);
+            bytes[i] = narrow != nullptr ? narrow[value] : static_cast<quint8>(value);
         }
+        return;
+    }
+    for (int i = 0; i < count; ++i) {
+        quint16 level = 0;
+        lut16Lookup(table, truncated16(drives[i]), &level);
+        bytes = putLevel(level, bytes);
     }
 }
 

@@ -62,14 +62,21 @@ void GammaCurveTungsten::buildTables()
 
 namespace {
 
-using CurveRegistry = std::map<int, std::unique_ptr<Curve>>;
+struct CurveRegistry
+{
+    std::map<int, std::unique_ptr<Curve>> curves;
+    const Curve* known[3] = {}; // the same, without the walk through the map
+};
 
 CurveRegistry makeRegistry()
 {
     CurveRegistry registry;
-    registry[0] = std::make_unique<Curve>();
-    registry[1] = std::make_unique<GammaCurveVelaNormal>();
-    registry[2] = std::make_unique<GammaCurveTungsten>();
+    registry.curves[0] = std::make_unique<Curve>();
+    registry.curves[1] = std::make_unique<GammaCurveVelaNormal>();
+    registry.curves[2] = std::make_unique<GammaCurveTungsten>();
+    for (int id = 0; id < 3; ++id) {
+        registry.known[id] = registry.curves[id].get();
+    }
     return registry;
 }
 
@@ -78,5 +85,8 @@ CurveRegistry makeRegistry()
 const Curve* ColorUtils::curve(int id)
 {
     static CurveRegistry registry = makeRegistry();
-    return registry[id].get(); // an unknown id is entered as null
+    if (id >= 0 && id < 3) {
+        return registry.known[id];
+    }
+    return registry.curves[id].get(); // an unknown id is entered as null
 }

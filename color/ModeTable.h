@@ -27,6 +27,7 @@ public:
     static constexpr int kModeCount = 24;
 
     static const ModeTable& instance();
+    /// Whether there is a mode of this id, 0..23.
     static constexpr bool isKnown(int id) { return id >= 0 && id < kModeCount; }
     /// Mode 0 for an id outside 0..23.
     const ModeRecord& mode(int id) const

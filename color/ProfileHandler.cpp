@@ -9,35 +9,34 @@
 
 QT_WARNING_DISABLE_DEPRECATED // the whole file speaks to the reader's old interface
 
-    namespace
+namespace {
+
+constexpr int kNoIndex = -1;
+constexpr int kLastIndex = 47;
+
+/// A decimal attribute; kNoIndex where it is missing or no number.
+int indexOf(const QXmlAttributes& attributes)
 {
+    bool ok = false;
+    const int index = attributes.value(QStringLiteral("index")).toInt(&ok);
+    return ok ? index : kNoIndex;
+}
 
-    constexpr int kNoIndex = -1;
-    constexpr int kLastIndex = 47;
+double number(const QXmlAttributes& attributes, const QString& key)
+{
+    const double value = attributes.value(key).toDouble();
+    return std::isfinite(value) ? value : 0.0;
+}
 
-    /// A decimal attribute; kNoIndex where it is missing or no number.
-    int indexOf(const QXmlAttributes& attributes)
-    {
-        bool ok = false;
-        const int index = attributes.value(QStringLiteral("index")).toInt(&ok);
-        return ok ? index : kNoIndex;
+template <typename List, typename Value>
+void insertAt(List* list, int position, const Value& value)
+{
+    if (position < 0 || position > list->size()) {
+        list->append(value);
+    } else {
+        list->insert(position, value);
     }
-
-    double number(const QXmlAttributes& attributes, const QString& key)
-    {
-        const double value = attributes.value(key).toDouble();
-        return std::isfinite(value) ? value : 0.0;
-    }
-
-    template <typename List, typename Value>
-    void insertAt(List * list, int position, const Value& value)
-    {
-        if (position < 0 || position > list->size()) {
-            list->append(value);
-        } else {
-            list->insert(position, value);
-        }
-    }
+}
 
 } // namespace
 

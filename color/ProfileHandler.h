@@ -10,9 +10,9 @@ class ProfileTable;
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED // QXmlDefaultHandler and its reader
 
-    /// Reads a profile file into a ProfileTable. Unknown elements are skipped; a number that does
-    /// not parse, or that is not finite, is 0.
-    class ProfileHandler final : public QXmlDefaultHandler
+/// Reads a profile file into a ProfileTable. Unknown elements are skipped; a number that does
+/// not parse, or that is not finite, is 0.
+class ProfileHandler final : public QXmlDefaultHandler
 {
 public:
     explicit ProfileHandler(ProfileTable* table);

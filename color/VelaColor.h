@@ -81,12 +81,12 @@ public:
     /// Channel `index` of an Nchannel colour at full width; 0 beyond its channels or for others.
     quint32 channel32(int index) const;
 
-    /// Y is a drive level 0..1, x and y CIE 1931 chromaticity; stored without a range test. Leaves
-    /// the layout. An alpha of 65536 or more resets, after which profile and triple are still
-    /// written.
-    void setYxy(double Y, double x, double y, quint32 alpha16, int profile = 0);
+    /// `capY` is a drive level 0..1, x and y CIE 1931 chromaticity; stored without a range test.
+    /// Leaves the layout. An alpha of 65536 or more resets, after which profile and triple are
+    /// still written.
+    void setYxy(double capY, double x, double y, quint32 alpha16, int profile = 0);
     /// As setYxy with alpha 0..1; any other alpha resets and nothing survives.
-    void setYxyF(double Y, double x, double y, double alpha = 1.0, int profile = 0);
+    void setYxyF(double capY, double x, double y, double alpha = 1.0, int profile = 0);
     // 0..1, else the colour resets silently. A colour of another spec becomes Yxy first.
     void setCapY(double v);
     void setSmallX(double v);
@@ -125,9 +125,9 @@ public:
     double saturationF() const;
     int value8() const;
     double valueF() const;
-    double capY() const;
-    double smallX() const;
-    double smallY() const;
+    double capY() const { return holdsYxy() ? m_form.yxy.capY : readYxy().capY; }
+    double smallX() const { return holdsYxy() ? m_form.yxy.x : readYxy().x; }
+    double smallY() const { return holdsYxy() ? m_form.yxy.y : readYxy().y; }
     /// A null among the first three does nothing at all; a null alpha is skipped.
     void getHsv16(int* hue, int* saturation, int* value, int* alpha = nullptr) const;
     void getHsvF(double* hue, double* saturation, double* value, double* alpha = nullptr) const;
@@ -217,11 +217,12 @@ private:
     int ownPrimarySet() const { return m_tintweave ? 0 : 1; }
     RgbForm readRgb() const;
     HsvForm readHsv() const;
+    bool holdsYxy() const { return m_spec == Yxy || m_spec == Invalid; }
     YxyForm readYxy() const;
     void storeRgb(quint32 red, quint32 green, quint32 blue);
     void storeHsv(qint32 hue, quint32 saturation, quint32 value);
-    void storeYxy(double Y, double x, double y);
-    void setYxyKeepingAlpha(double Y, double x, double y);
+    void storeYxy(double capY, double x, double y);
+    void setYxyKeepingAlpha(double capY, double x, double y);
     /// `size` counts alpha, the first of `list`. With `accepted` false the colour resets first and
     /// takes only the channels.
     void storeChannels(const quint32* list, int size, bool accepted, quint32 layout,

@@ -107,12 +107,14 @@ VelaColor composite(const VelaColor& top, const VelaColor& bottom)
     if (top.isRgbLike() && bottom.isRgbLike()) {
         const VelaColor::RgbForm over = top.readRgb();
         const VelaColor::RgbForm under = bottom.readRgb();
+        // Two shares that add up to one, each rounded: no mix of components gets above one.
         VelaColor result;
         result.m_spec = VelaColor::Rgb;
-        result.m_alpha = widenF(bottom.alphaF() * rest + at);
-        result.m_form.rgb = {widenF(componentF(under.red) * rest + componentF(over.red) * at),
-                             widenF(componentF(under.green) * rest + componentF(over.green) * at),
-                             widenF(componentF(under.blue) * rest + componentF(over.blue) * at)};
+        result.m_alpha = widenUnit(bottom.alphaF() * rest + at);
+        result.m_form.rgb = {
+            widenUnit(componentF(under.red) * rest + componentF(over.red) * at),
+            widenUnit(componentF(under.green) * rest + componentF(over.green) * at),
+            widenUnit(componentF(under.blue) * rest + componentF(over.blue) * at)};
         return result;
     }
 

@@ -33,12 +33,12 @@ int nibble(char c)
     return -1;
 }
 
-/// Negative where any of the `width` characters is no hex digit.
-int hexField(const char* digits, int width)
+/// Moves `digits` on by `width`. Negative where any of these characters is no hex digit.
+int takeHexField(const char** digits, int width)
 {
     int value = 0;
     for (int i = 0; i < width; ++i) {
-        value = (value * 16) | nibble(digits[i]);
+        value = (value * 16) | nibble(*(*digits)++);
     }
     return width == 2 ? value * 257 : value;
 }
@@ -59,14 +59,10 @@ bool parseHex(const QStringRef& text, Rgba16* out)
         return true;
     }
     const int width = count <= 8 ? 2 : 4;
-    out->alpha = 65535;
-    if (hasAlpha) {
-        out->alpha = hexField(digits, width);
-        digits += width;
-    }
-    out->red = hexField(digits, width);
-    out->green = hexField(digits + width, width);
-    out->blue = hexField(digits + 2 * width, width);
+    out->alpha = hasAlpha ? takeHexField(&digits, width) : 65535;
+    out->red = takeHexField(&digits, width);
+    out->green = takeHexField(&digits, width);
+    out->blue = takeHexField(&digits, width);
     return true;
 }
 

@@ -53,7 +53,8 @@ public:
     QRectF chartRect() const { return m_chartRect; }
     /// What the picture of the RGB gamut shows.
     QRectF fullRect() const { return m_fullRect; }
-    /// 1600 pixels wide; built on first need, which takes a good part of a second's tenths.
+    /// 1600 pixels wide; both are built on the first need of either, in about a quarter of a
+    /// second.
     const QImage& mainImage();
     const QImage& whiteImage();
 

@@ -41,6 +41,21 @@ public slots:
     void handleTimer();
 
 signals:
+    /// Behind the outputs; `t` is the frame's time.
     void EngineTick(const QDateTime& t);
+    /// Ahead of the outputs, which reset the lights.
     void propertiesCompiled();
+
+private:
+    MapModel* m_model = nullptr; // not owned
+    QList<Effect*> m_effects;    // not owned
+    quint32 m_frame = 0;
+    QTimer* m_timer = nullptr;
+    // Milliseconds.
+    qint64 m_period = 0;
+    qint64 m_drift = 0;
+    qint64 m_minInterval = 0;
+    qint64 m_maxInterval = 0;
+    qint64 m_driftLimit = 0;
+    qint64 m_lastTickMs = 0; // since the epoch
 };

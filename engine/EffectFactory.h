@@ -12,9 +12,13 @@ class QDomElement;
 /// Type names, numbers and icons of the effects, and how a name becomes an object.
 namespace EffectFactory {
 
+constexpr int kTypeCount = 18;
+constexpr int kMetaEffect = 7;
+
 using Creator = Effect* (*)(MapModel* model, quint64 gid, QDomElement* element);
 
-/// Makes the type creatable; called by registerEffects() at start-up, a line a type.
+/// Makes the type creatable; called by registerEffects() at start-up, a line a type. A timeline is
+/// creatable from the first. A number without a type is ignored.
 void registerCreator(int typeNumber, Creator creator);
 /// -1 for an unknown name.
 int typeNumber(const QString& typeName);

@@ -6,7 +6,6 @@
 #include <QList>
 #include <QString>
 
-class Group;
 class Light;
 
 /// A timeline of other effects; the show is one root timeline. Its list of children does not own
@@ -37,17 +36,17 @@ public:
     void removeEffect(Effect* e);
     /// The first child with that eid, or null.
     Effect* effectByEid(uint eid) const;
-    QList<Effect*> effectList() const;
+    QList<Effect*> effectList() const { return m_effects; }
     void sortEffects();
     void compileAll();
     /// Clears active on every child.
     void stopAll();
-    void clearResolved();
-    bool loop() const;
-    void setLoop(bool on);
+    void clearResolved() { m_resolved.clear(); }
+    bool loop() const { return m_loop; }
+    void setLoop(bool on) { m_loop = on; }
     /// 0..1; below 1 it dims what has been painted on every light of the map.
-    double brightness() const;
-    void setBrightness(double b);
+    double brightness() const { return m_brightness; }
+    void setBrightness(double b) { m_brightness = b; }
     /// Deletes the children, nested ones too, and this.
     void deleteShow();
 
@@ -60,4 +59,23 @@ public slots:
 signals:
     void updateEffectTimesComplete();
     void internalUpdateLightsComplete();
+
+private:
+    struct Resolving;
+
+    QHash<quint64, Light*> allLights() const;
+    quint32 greatestEid() const;
+    quint32 greatestEnd() const;
+    Effect* linkTarget(quint32 eid) const;
+    Effect* advance(Resolving& step);
+    void dimLights();
+
+    bool m_loop = true;
+    bool m_restartPending = false;
+    double m_brightness = 1.0;
+    double m_persistence = 0.0;         // above 0 a frame leaves a trail; nothing sets it
+    QList<Effect*> m_effects;           // not owned
+    QHash<quint32, Effect*> m_resolved; // by eid, those that the present pass has finished
+    QHash<quint32, Effect*> m_byEid;    // the children, during a pass only
+    bool m_indexed = false;             // m_byEid is valid
 };

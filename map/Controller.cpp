@@ -3,6 +3,7 @@
 #include "map/Light.h"
 #include "map/MapModel.h"
 #include "map/MapNode.h"
+#include "output/DmxRecording.h"
 #include "output/Talvis.h"
 
 #include <algorithm>
@@ -66,6 +67,12 @@ QString Controller::ipString() const
 {
     const QString text = m_ip.toString();
     return text.isEmpty() ? QStringLiteral("0.0.0.0") : text;
+}
+
+void Controller::setCitp(CITPClient** citp, int universe)
+{
+    m_citp = citp;
+    m_citpUniverse = universe;
 }
 
 QString Controller::property(const QString& key, const QString& fallback) const

@@ -12,6 +12,8 @@
 #include <memory>
 #include <vector>
 
+class CITPClient;
+class DmxRecording;
 class Light;
 class MapModel;
 class MapNode;
@@ -25,6 +27,7 @@ class Controller : public QObject
     Q_OBJECT
 public:
     enum Type : int { IpController = 2, BroadcastController = 3 };
+    enum Mode : int { LiveMode = 0, RecordingMode = 1 };
 
     static constexpr int kUniverseBytes = 512;
     static constexpr int kMaxPorts = 255;
@@ -81,6 +84,19 @@ public:
     void setFlagNibble(quint8 nibble) { m_flagNibble = nibble; }
     void setOutputEnabled(bool on) { m_outputEnabled = on; }
     void setSortKey(quint64 key) { m_sortKey = key; }
+    /// Attaches a mirror of the output: a pointer to a client pointer, either of which may be null
+    /// and neither of which is owned, and the universe of port 1.
+    void setCitp(CITPClient** citp, int universe);
+
+    int mode() const { return m_mode; }
+    /// 1 records the frames from now on for the file `path`, 0 ends the recording and appends it to
+    /// that file. False for any other mode, an empty path and a file that can't be opened; the mode
+    /// then stays.
+    bool setRecording(int newMode, const QString& path);
+    /// Records one frame: the 8-bit red, green and blue of each light, which then is invalid.
+    void writeFrame();
+    /// Appends what was recorded to the file and closes it; nothing without an open recording.
+    void finishRecording();
 
 public slots:
     /// Appends a light unless it is there.
@@ -147,6 +163,7 @@ private:
     bool sendPortFrame(int index);
     bool sendBroadcastPortFrame(int index);
     bool sendToAll(quint8 level);
+    void mirror(int universe, int portIndex, quint32 size);
     bool isGateOpen() const { return !m_missing && m_outputEnabled; }
 
     int m_dmxBufferSize = 12;
@@ -163,7 +180,7 @@ private:
     bool m_hasAddress = false;
     bool m_missing = false;
     bool m_outputEnabled = true;
-    int m_mode = 0;              // live output
+    int m_mode = LiveMode;
     MapModel* m_model = nullptr; // not owned
     std::array<char, 24> m_ipText{};
     QHostAddress m_sendAddress; // m_ipText, parsed
@@ -181,4 +198,7 @@ private:
     QString m_versionString;
     QString m_idString;
     quint64 m_sortKey = 0;
+    CITPClient** m_citp = nullptr; // not owned
+    int m_citpUniverse = 0;
+    std::unique_ptr<DmxRecording> m_recording;
 };

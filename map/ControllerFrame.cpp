@@ -1,5 +1,6 @@
 #include "map/Controller.h"
 #include "map/Light.h"
+#include "output/CITPClient.h"
 #include "output/Talvis.h"
 
 #include <algorithm>
@@ -27,7 +28,11 @@ bool Controller::updateLights()
         return false;
     }
     collectBytes();
-    if (m_mode != 0) {
+    if (m_mode == RecordingMode) {
+        writeFrame();
+        return true;
+    }
+    if (m_mode != LiveMode) {
         emit msg(QStringLiteral("updateLights: Unknown controller mode"));
         return false;
     }
@@ -59,13 +64,10 @@ void Controller::collectBytes()
 bool Controller::sendFrames()
 {
     const bool broadcasts = m_type == BroadcastController;
-    bool isSent = true;
-    if (!isGateOpen()) {
-        return isSent;
-    }
     if (m_version == 1) {
         return broadcasts ? sendBroadcastDmxFrame() : sendDmxFrame();
     }
+    bool isSent = true;
     if (m_version == 2 || m_version == 3) {
         for (int i = 0; i < m_portCount; ++i) {
             isSent = (broadcasts ? sendBroadcastPortFrame(i) : sendPortFrame(i)) && isSent;
@@ -80,21 +82,27 @@ bool Controller::sendDmxFrame()
     if (size == 0) {
         return true;
     }
-    if (m_talvis != nullptr) {
-        return m_talvis->sendDmxOut(m_sendAddress, 0, 0, portBuffer(0),
-                                    static_cast<int>(std::min(size, kLongest)));
+    bool isSent = true;
+    if (isGateOpen() && m_talvis != nullptr) {
+        isSent = m_talvis->sendDmxOut(m_sendAddress, 0, 0, portBuffer(0),
+                                      static_cast<int>(std::min(size, kLongest)));
+    } else if (isGateOpen()) {
+        emit signalSendDmxFrame(ipString(), 0, 0, payload(portBuffer(0), size));
     }
-    emit signalSendDmxFrame(ipString(), 0, 0, payload(portBuffer(0), size));
-    return true;
+    mirror(m_citpUniverse, 0, size);
+    return isSent;
 }
 
 bool Controller::sendBroadcastDmxFrame()
 {
-    if (m_talvis != nullptr) {
-        return m_talvis->broadcastDmxOut(m_universe, 0, 0, portBuffer(0), kUniverseBytes);
+    bool isSent = true;
+    if (isGateOpen() && m_talvis != nullptr) {
+        isSent = m_talvis->broadcastDmxOut(m_universe, 0, 0, portBuffer(0), kUniverseBytes);
+    } else if (isGateOpen()) {
+        emit signalSendBroadcastDmxFrame(m_universe, 0, 0, payload(portBuffer(0), kUniverseBytes));
     }
-    emit signalSendBroadcastDmxFrame(m_universe, 0, 0, payload(portBuffer(0), kUniverseBytes));
-    return true;
+    mirror(m_citpUniverse, 0, kUniverseBytes);
+    return isSent;
 }
 
 bool Controller::sendPortFrame(int index)
@@ -104,27 +112,42 @@ bool Controller::sendPortFrame(int index)
         return true;
     }
     const auto flags = static_cast<quint16>(m_flagNibble * 16U | own.flags);
-    if (m_talvis != nullptr) {
-        return m_talvis->sendPortOut(m_sendAddress, kAnyUniverse, own.number, flags, own.size,
-                                     static_cast<quint16>(own.startCode), portBuffer(index));
+    bool isSent = true;
+    if (isGateOpen() && m_talvis != nullptr) {
+        isSent = m_talvis->sendPortOut(m_sendAddress, kAnyUniverse, own.number, flags, own.size,
+                                       static_cast<quint16>(own.startCode), portBuffer(index));
+    } else if (isGateOpen()) {
+        emit signalSendPortOut(ipString(), kAnyUniverse, own.number, flags,
+                               static_cast<uchar>(own.startCode),
+                               payload(portBuffer(index), own.size));
     }
-    emit signalSendPortOut(ipString(), kAnyUniverse, own.number, flags,
-                           static_cast<uchar>(own.startCode), payload(portBuffer(index), own.size));
-    return true;
+    mirror(own.number + m_citpUniverse - 1, index, own.size);
+    return isSent;
 }
 
 bool Controller::sendBroadcastPortFrame(int index)
 {
     const Port& own = port(index);
     const auto flags = static_cast<quint16>(own.flags);
-    if (m_talvis != nullptr) {
-        return m_talvis->broadcastPortOut(kAnyUniverse, own.number, flags, kUniverseBytes,
-                                          static_cast<quint16>(own.startCode), portBuffer(index));
+    bool isSent = true;
+    if (isGateOpen() && m_talvis != nullptr) {
+        isSent = m_talvis->broadcastPortOut(kAnyUniverse, own.number, flags, kUniverseBytes,
+                                            static_cast<quint16>(own.startCode), portBuffer(index));
+    } else if (isGateOpen()) {
+        emit signalSendBroadcastPortOut(kAnyUniverse, own.number, flags,
+                                        static_cast<uchar>(own.startCode),
+                                        payload(portBuffer(index), kUniverseBytes));
     }
-    emit signalSendBroadcastPortOut(kAnyUniverse, own.number, flags,
-                                    static_cast<uchar>(own.startCode),
-                                    payload(portBuffer(index), kUniverseBytes));
-    return true;
+    mirror(own.number + m_citpUniverse - 1, index, kUniverseBytes);
+    return isSent;
+}
+
+void Controller::mirror(int universe, int portIndex, quint32 size)
+{
+    if (m_citp != nullptr && *m_citp != nullptr) {
+        const auto count = static_cast<quint16>(std::min<quint32>(size, kUniverseBytes));
+        (*m_citp)->sendChannelBlock(universe, portBuffer(portIndex), count, !m_outputEnabled);
+    }
 }
 
 bool Controller::lightsOff()

@@ -109,8 +109,12 @@ quint32 DmxCache::hashOf(const VelaColor& color, quint32 form)
 
 const DmxCache::Block* DmxCache::findBehindFront(const VelaColor& color, quint32 form, quint64 tag)
 {
-    const quint32 index = search(color, form, hashOf(color, form));
+    const quint32 hash = hashOf(color, form);
+    const quint32 index = search(color, form, hash);
     if (index == kNone) {
+        m_missedColor = color;
+        m_missedForm = form;
+        m_missedHash = hash;
         return nullptr;
     }
     Node& node = m_nodes[index];
@@ -154,7 +158,7 @@ void DmxCache::insert(const VelaColor& color, quint32 form, const Block& block, 
     node.color = color;
     node.tag = tag;
     node.form = form;
-    node.hash = hashOf(color, form);
+    node.hash = form == m_missedForm && color == m_missedColor ? m_missedHash : hashOf(color, form);
     node.block = block;
     quint32& bucket = bucketOf(node.hash);
     node.nextInBucket = bucket;

@@ -118,6 +118,10 @@ private:
     quint32 m_head = kNone; // most recently used
     quint32 m_tail = kNone;
     quint64 m_lookUps = 0;
+    // What was looked for last in vain, with its hash: mostly what is entered next.
+    VelaColor m_missedColor;
+    quint32 m_missedForm = 0;
+    quint32 m_missedHash = 0;
     std::vector<Node> m_nodes;
     std::vector<quint32> m_buckets;
     using Forms = std::unordered_map<DmxCacheKey, quint32, FormHash, FormEqual>;

@@ -189,7 +189,8 @@ private:
         return m_frame.footprint <= kInlineBytes ? m_frame.bytes : m_wideBytes;
     }
     bool refreshBytes(quint64 tag);
-    void convert(const VelaColor& color, quint8 (&block)[kWidestLight]) const;
+    /// `block` takes kWidestLight bytes, zero before.
+    void convert(const VelaColor& color, quint8* block) const;
 
     void hold(MapModel* model) { m_model = model; }
     void readValue(int key, const QString& text);

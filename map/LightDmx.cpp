@@ -15,23 +15,22 @@ bool Light::refreshBytes(quint64 tag)
     if (color != m_lastColor) {
         m_lastColor = color;
         DmxCache& cache = DmxCache::instance();
-        const DmxCache::Block* block = cache.find(color, m_cacheForm, tag);
-        DmxCache::Block fresh{};
-        if (block == nullptr) {
-            quint8 converted[kWidestLight] = {};
-            convert(color, converted);
-            std::copy_n(converted, m_frame.footprint, fresh.begin());
-            cache.insert(color, m_cacheForm, fresh, tag);
-            block = &fresh;
-        }
         quint8* const own = m_frame.footprint <= kInlineBytes ? m_frame.bytes : m_wideBytes;
-        std::copy_n(block->begin(), m_frame.footprint, own);
+        const DmxCache::Block* const block = cache.find(color, m_cacheForm, tag);
+        if (block != nullptr) {
+            std::copy_n(block->begin(), m_frame.footprint, own);
+        } else {
+            DmxCache::Block fresh{};
+            convert(color, fresh.data());
+            std::copy_n(fresh.begin(), m_frame.footprint, own);
+            cache.insert(color, m_cacheForm, fresh, tag);
+        }
     }
     m_frame.sentTag = tag;
     return true;
 }
 
-void Light::convert(const VelaColor& color, quint8 (&block)[kWidestLight]) const
+void Light::convert(const VelaColor& color, quint8* block) const
 {
     // Two chemistries lack their last emitter; a third drives its last one three times over.
     constexpr quint32 kDarkLast = 251;

@@ -96,9 +96,13 @@ struct Light::Tables
     {
         quint64 words[sizeof(VelaColor) / sizeof(quint64)];
         std::memcpy(words, &color, sizeof(words));
-        const quint64 front = stir(stir(stir(words[0], words[1]), words[2]), words[3]);
-        const quint64 back = stir(stir(stir(words[4], words[5]), words[6]), words[7]);
-        TaggedColor& entry = tags[slotOf(front + 3 * back)];
+        quint64 hash = 0; // products that don't wait for each other
+        quint64 factor = 0x9E3779B97F4A7C15ULL;
+        for (const quint64 word : words) {
+            hash += (word ^ (word >> 32U)) * factor;
+            factor += 0xD1B54A32D192ED02ULL; // stays odd
+        }
+        TaggedColor& entry = tags[slotOf(hash)];
         // Bits that a colour does not use may differ: it then has two tags, which does no harm.
         // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
         if (std::memcmp(&entry.color, &color, sizeof(color)) != 0) {

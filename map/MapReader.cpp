@@ -41,8 +41,8 @@ QLatin1String rootName()
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED // the parser behind QDomDocument, which decides what a document is
 
-    /// Hands each child of the root to the reader as soon as it is complete.
-    class MapReader::Handler final : public QXmlDefaultHandler
+/// Hands each child of the root to the reader as soon as it is complete.
+class MapReader::Handler final : public QXmlDefaultHandler
 {
 public:
     explicit Handler(MapReader* reader)

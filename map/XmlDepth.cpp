@@ -103,7 +103,7 @@ XmlShape scanTags(const QByteArray& document, int limit)
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED // the reader behind QDomDocument, which must see what that sees
 
-    class DepthHandler final : public QXmlDefaultHandler
+class DepthHandler final : public QXmlDefaultHandler
 {
 public:
     explicit DepthHandler(int limit)

@@ -81,7 +81,7 @@ void ByteReader::text(char* target, int limit)
 QByteArray ByteReader::bytes(int count)
 {
     const int taken = std::clamp(count, 0, remaining());
-    const QByteArray result(m_data + m_position, taken);
+    QByteArray result(m_data + m_position, taken);
     m_position += taken;
     return result;
 }

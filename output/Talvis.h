@@ -60,31 +60,52 @@ public:
     void sendSync();
 
 signals:
+    // Addresses are IPv4 numbers: the one that the device names, or else the sender's.
+
+    /// A device tells who it is: `mac` is 6 bytes, the texts end in a NUL.
     void signalDiscoverResponse(char* mac, uint ip, uint sn, ushort ver, uint uni, char* verstring,
                                 char* idstring);
+    /// The same, from the other kind of device.
     void signalDiscoverEOResponse(char* mac, uint ip, uint sn, ushort ver, uint uni,
                                   char* verstring, char* idstring);
+    /// The ports of a controller: number and type of each, `portcount` bytes in both arrays.
     void signalDiscoverPortsResponse(uint ip, uchar portcount, unsigned char* portnums,
                                      unsigned char* porttypes);
+    /// A scan found the fixture of this serial number.
     void signalBlinkScanResponse(uint ip, uint sn);
+    /// Part of the protocol; never emitted.
     void signalBlinkScan2Response(uint ip, uchar entryCount, uchar more,
                                   BlinkScan2_Reply_Entry* entryArray);
+    /// The serial numbers that a scan found on a port; the count is that of the list.
     void signalBlinkScan2SNResponse(uint ip, uchar portNum, uchar snCount, QVector<quint64> sn);
+    /// The same, from the other kind of scan.
     void signalBlinkScan2CAResponse(uint ip, uchar portNum, uchar fixtureCount,
                                     QVector<quint64> sn);
+    /// The 48-bit RDM identifiers that a scan found on a port.
     void signalBlinkScan2TalvisRDMResponse(uint ip, uchar portNum, QVector<quint64> sn);
+    /// The two ports that a scan of that kind names.
     void signalCAScanResponse(uint ip, uchar port1, uchar port2);
+    /// The 6 bytes of a serial number, in the reverse of their order on the wire.
     void signalBEBlinkScanResponse(uint ip, uchar port, unsigned char* sn);
+    /// The byte `b` at `addr` of a fixture's memory.
     void signalBlinkEEReadResponse(uint ip, uint sn, uchar addr, uchar b);
+    /// The byte of a token of one pixel, 1 to 9.
     void signalPixelTokenByteReadResponse(uint ip, uint sn, uchar pixel, uchar token,
                                           uchar byteVal);
+    /// A byte of telemetry.
     void signalTelemetryByteReadResponse(uint ip, uint sn, ushort telemetryID, uchar byteVal);
+    /// The byte of a token in a fixture's extended memory.
     void signalExtPromTokenReadResponse(uint ip, uint sn, ushort token, uchar byteVal);
+    /// A number that a controller keeps.
     void signalDeviceVariableReply(uint ip, ushort valueID, uint value);
+    /// A list of numbers that a controller keeps, at most as many as a datagram holds.
     void signalGetArrayReply(uint ip, uint valueID, QVector<quint32>& getValues);
+    /// The same, of bytes.
     void signalGetByteArrayReply(uint ip, uint valueID, QVector<quint8>& getValues);
+    /// As signalDiscoverResponse, with a serial number of 64 bits.
     void signalDiscoverResponseV3(char* mac, uint ip, qulonglong sn, ushort ver, uint uni,
                                   char* verstring, char* idstring);
+    /// An RDM parameter as text; `sn` is the 48-bit identifier of the device that answers.
     void signalRDMGetReply(uint ip, qulonglong sn, ushort pid, QString value);
     /// Asks for a sync, from another thread if need be.
     void requestSyncPacket();

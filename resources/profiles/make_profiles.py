@@ -10,6 +10,9 @@ mean that the nominal values are the calibrated ones. An empty label gives the c
 A fixture of two whites has three rows: its second lamp is the third, as blue is of RGB, and the
 row between is the even mix that green asks for.
 
+Blue is chosen with the y/x of its profile's red where the emitters allow it: the solver divides by
+y/x X - Y of an emitter in single precision, and loses digits where a target has an emitter's y/x.
+
 Tristimulus values are scaled so that the nominal Y of the first three channels adds up to 1, and
 rounded to four decimals. The script refuses a table in which a calibrated red, green or blue
 cannot be mixed from the nominal emitters: colours are clipped to the calibrated triangle, and the

@@ -48,7 +48,7 @@ void PropertyMapperTest::initTestCase()
          "values": [{"name": "Disabled", "value": 0}, {"name": "Enabled", "value": 1}]},
         {"tokenName": "LABEL", "stringName": "Label", "values": []},
         {"tokenName": "SHARED", "stringName": "Memory Name", "description": "memory",
-         "parameterID": 77, "payloadSize": 8, "values": [{"min": 0}, {"max": 5}]}]})");
+         "parameterID": 77, "payloadSize": 24, "values": [{"min": 0}, {"max": 5}]}]})");
     m_rdm = write("rdm.json", R"({"PropertyMap": [
         {"tokenName": "SHARED", "stringName": "Rdm Name", "description": "rdm",
          "parameterID": 78, "payloadSize": 128,
@@ -179,6 +179,7 @@ void PropertyMapperTest::aLaterTokenTakesThePlaceOfTheEarlier()
     QCOMPARE(mapper.valueToText(shared, raw), QStringLiteral("High"));
     // The earlier one is gone under its id and its shown name as well.
     QCOMPARE(mapper.payloadBytes(QStringLiteral("77")), 1);
+    QCOMPARE(mapper.payloadBytes(QStringLiteral("Memory Name")), 1);
     QCOMPARE(mapper.parameterValueToText(QStringLiteral("77"), QStringLiteral("05")),
              QStringLiteral("05"));
     QCOMPARE(mapper.parameterValueToText(QStringLiteral("Memory Name"), QStringLiteral("05")),

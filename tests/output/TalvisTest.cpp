@@ -47,8 +47,8 @@ private slots:
     void theSocketIsOwned();
     void framesToOneAddressAreByteForByte();
     void broadcastFramesAreByteForByte();
-    void slotCountsMakeTheStatedSizes_data();
-    void slotCountsMakeTheStatedSizes();
+    void packetsAreAHeaderAndTheirSlots_data();
+    void packetsAreAHeaderAndTheirSlots();
     void moreThan512SlotsAreCut_data();
     void moreThan512SlotsAreCut();
     void broadcastsAreNotCut();
@@ -125,7 +125,7 @@ void TalvisTest::broadcastFramesAreByteForByte()
     QCOMPARE(wire.socket->sent.size(), 3);
 }
 
-void TalvisTest::slotCountsMakeTheStatedSizes_data()
+void TalvisTest::packetsAreAHeaderAndTheirSlots_data()
 {
     QTest::addColumn<int>("slotCount");
     QTest::addColumn<int>("dmxSize");
@@ -135,7 +135,7 @@ void TalvisTest::slotCountsMakeTheStatedSizes_data()
     QTest::newRow("512 slots") << 512 << 533 << 536;
 }
 
-void TalvisTest::slotCountsMakeTheStatedSizes()
+void TalvisTest::packetsAreAHeaderAndTheirSlots()
 {
     QFETCH(const int, slotCount);
     QFETCH(const int, dmxSize);
