@@ -13,11 +13,23 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
-#include <QRect>
 #include <QSignalBlocker>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <QWindow>
+
+namespace {
+
+/// A dialog is centred anew each time that it is shown, unless the program has placed it; this one
+/// stays where the user has put it.
+void keepPlace(LightSim* sim)
+{
+    if (sim->windowHandle() != nullptr) { // it has been on the screen
+        sim->setGeometry(sim->geometry());
+    }
+}
+
+} // namespace
 
 void ForgeWindow::setUpForm()
 {
@@ -272,6 +284,9 @@ void ForgeWindow::handleShowSimToggled(bool b)
         return;
     }
     m_sim->setPaused(!b);
+    if (b) {
+        keepPlace(m_sim);
+    }
     m_sim->setVisible(b);
 }
 
@@ -282,18 +297,13 @@ void ForgeWindow::handleSimAlwaysOnTopToggled(bool b)
         return;
     }
     {
-        // Re-parenting hides the window in passing, which must not count as the user's doing, and
-        // forgets where the user has put it.
+        // Re-parenting hides the window in passing, which must not count as the user's doing.
         const QSignalBlocker blocker(m_sim.data());
-        const bool placed = m_sim->windowHandle() != nullptr;
-        const QRect place = m_sim->geometry();
+        keepPlace(m_sim);
         if (b) {
             m_sim->setParent(this, m_sim->windowFlags() | Qt::Dialog | Qt::WindowTitleHint);
         } else {
             m_sim->setParent(nullptr, m_sim->windowFlags());
-        }
-        if (placed) {
-            m_sim->setGeometry(place);
         }
     }
     m_sim->setVisible(m_settings.showSim);

@@ -50,7 +50,7 @@ void MetaWidget::setMetaEffect(MetaEffect* effect)
             &MetaWidget::handleInternalUpdateLightsComplete);
 }
 
-void MetaWidget::disconnectMetaEffect(QObject* effect)
+void MetaWidget::disconnectMetaEffect(QObject* effect) const
 {
     disconnect(effect, &QObject::destroyed, this, &MetaWidget::disconnectMetaEffect);
 }

@@ -54,7 +54,7 @@ public slots:
     void handleUpdateEffectTimesComplete();
     /// Shows which effects run. Called on every frame; touches the table only on a change.
     void handleInternalUpdateLightsComplete();
-    void disconnectMetaEffect(QObject* effect);
+    void disconnectMetaEffect(QObject* effect) const;
 
 signals:
     void pauseEffectEngine(bool pause);

@@ -81,6 +81,10 @@ void MetaWidget::setUpTable()
     m_table->setHorizontalHeaderLabels({tr("Name"), tr("Type"), tr("Group"), tr("Priority"),
                                         tr("Start"), tr("End"), tr("Fade In"), tr("Fade Out"),
                                         tr("EID"), tr("Running")});
+    for (int column = 0; column < ColumnCount; ++column) { // as their columns
+        m_table->horizontalHeaderItem(column)->setTextAlignment(
+            (column < PriorityColumn ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+    }
     m_table->setAccessibleName(tr("Effects"));
     m_table->setColumnHidden(EidColumn, true);
     m_table->setColumnHidden(RunningColumn, true);

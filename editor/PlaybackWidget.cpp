@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A time label of fixed width, so that it never moves its neighbours, on a light ground of its
+/// A time label of fixed size, so that it never moves its neighbours, on a light ground of its
 /// own: its text is black or red in every palette.
 QLabel* makeTimeLabel(QWidget* parent, const char* name, const QString& widest)
 {
@@ -26,8 +26,8 @@ QLabel* makeTimeLabel(QWidget* parent, const char* name, const QString& widest)
     label->setAutoFillBackground(true);
     const QFontMetrics metrics(label->font());
     const int unit = metrics.lineSpacing() / 2;
-    label->setContentsMargins(unit, unit / 4, unit, unit / 4);
-    label->setFixedWidth(metrics.horizontalAdvance(widest) + 2 * unit);
+    label->setContentsMargins(unit, 0, unit, 0);
+    label->setFixedSize(metrics.horizontalAdvance(widest) + 2 * unit, metrics.height() + unit);
     return label;
 }
 

@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <QtTest>
 
 namespace {
@@ -57,6 +58,7 @@ private slots:
     void alwaysOnTopKeepsTheSimulationShown_data();
     void alwaysOnTopKeepsTheSimulationShown();
     void alwaysOnTopLeavesTheSimulationInItsPlace();
+    void aSimulationThatIsShownAgainStandsWhereItWas();
     void zoomingReachesTheSimulation();
     void togglesWithoutAMapAreOnlyRemembered();
     void theAboutBoxIsOneAndClosesOnAPress();
@@ -377,10 +379,25 @@ void ForgeWindowActionsTest::alwaysOnTopLeavesTheSimulationInItsPlace()
     m_bench->open(m_bench->map());
     LightSim* const sim = WindowBench::sim();
     const QRect place(120, 90, 500, 400);
-    sim->setGeometry(place);
+    sim->windowHandle()->setGeometry(place); // as a window manager does
+    QTRY_COMPARE(sim->geometry(), place);
     m_bench->action("simAlwaysOnTopAction")->trigger();
     QCOMPARE(sim->geometry(), place);
     m_bench->action("simAlwaysOnTopAction")->trigger();
+    QCOMPARE(sim->geometry(), place);
+}
+
+void ForgeWindowActionsTest::aSimulationThatIsShownAgainStandsWhereItWas()
+{
+    m_bench->open(m_bench->map());
+    m_bench->window->show();
+    LightSim* const sim = WindowBench::sim();
+    const QRect place(120, 90, 500, 400);
+    sim->windowHandle()->setGeometry(place); // as a window manager does
+    QTRY_COMPARE(sim->geometry(), place);
+    m_bench->action("showSimAction")->trigger();
+    m_bench->action("showSimAction")->trigger();
+    QVERIFY(sim->isVisible());
     QCOMPARE(sim->geometry(), place);
 }
 

@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# make.sh: renews the pictures of the program's windows in docs/gallery, from the program itself,
+# on a virtual display and in a network namespace of its own.
+set -eu
+cd "$(dirname "$0")/../.."
+gallery=docs/gallery
+example="--map examples/facade/facade.map --show examples/facade/facade.sho"
+
+if [ "${1:-}" != "--dialogs" ]; then
+    cmake/install-packages.sh --run
+    cmake/build.sh release pageant-forge forge-listen
+    # shellcheck disable=SC2086 # two options with their paths
+    tests/in-namespace.sh tools/headless-run.sh artifacts/gallery $example
+    cp artifacts/gallery/main-window.png artifacts/gallery/simulation.png "$gallery"
+    tests/in-namespace.sh xvfb-run -a -s "-screen 0 1400x1000x24" "$0" --dialogs
+    ls -l "$gallery"/*.png
+    exit 0
+fi
+
+config=$(mktemp -d)
+forge=""
+cleanup() {
+    [ -z "$forge" ] || kill "$forge" 2>/dev/null || true
+    wait 2>/dev/null || true
+    rm -rf "$config"
+}
+trap cleanup EXIT
+
+XDG_CONFIG_HOME=$config XDG_DATA_HOME=$config build/release/bin/pageant-forge &
+forge=$!
+
+# wait_for COMMAND...: runs the command until it prints something, for ten seconds at most.
+wait_for() {
+    local answer=""
+    for _ in $(seq 100); do
+        answer=$("$@" 2>/dev/null | head -n 1 || true)
+        [ -n "$answer" ] && break
+        sleep 0.1
+    done
+    if [ -z "$answer" ]; then
+        echo "Nothing came of: $*" >&2
+        return 1
+    fi
+    echo "$answer"
+}
+titled() {
+    xdotool search --onlyvisible --name "^$1"
+}
+# Splash and about box have no title; they are as large as their picture.
+picture_box() {
+    local id
+    for id in $(xdotool search --onlyvisible --name '.*'); do
+        if xdotool getwindowgeometry "$id" | grep -q "Geometry: 600x380"; then
+            echo "$id"
+        fi
+    done
+}
+no_picture_box() {
+    [ -n "$(picture_box)" ] || echo gone
+}
+# shoot WINDOW FILE: the picture of a window once it has painted itself.
+shoot() {
+    sleep 0.5
+    import -window "$1" "$gallery/$2"
+}
+
+main=$(wait_for titled "Orrin Pageant Forge")
+wait_for no_picture_box >/dev/null
+xdotool windowfocus "$main"
+xdotool key --delay 100 alt+e p
+shoot "$(wait_for titled "Edit Preferences")" preferences.png
+xdotool key Escape
+sleep 0.5
+xdotool windowfocus "$main"
+xdotool key --delay 100 alt+h Return
+shoot "$(wait_for picture_box)" about.png
