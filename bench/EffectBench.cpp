@@ -104,7 +104,8 @@ public:
         std::srand(1);
         m_root = EffectFactory::parseShow(
             QStringLiteral("<effect><type>Meta Effect</type><effect><type>%1</type><gid>%2</gid>"
-                           "<endfixedtime>3600000</endfixedtime>%3</effect></effect>")
+                           "<end>3600000</end><endfixedtime>3600000</endfixedtime>%3</effect>"
+                           "</effect>")
                 .arg(type)
                 .arg(gid)
                 .arg(keys),
@@ -112,8 +113,8 @@ public:
         if (m_root == nullptr || m_root->effectList().size() != 1) {
             fail(QStringLiteral("no show of ") + type);
         }
-        m_root->compile();
         m_root->updateEffectTimes();
+        m_root->compile();
         m_root->setActive(true);
         m_now = kStartMs;
         m_root->tick(m_now, m_frame++);
@@ -373,10 +374,10 @@ std::vector<Case> cases()
     const QString smooth = key("smooth", QStringLiteral("1"));
     const QString plain = key("smooth", QStringLiteral("0"));
     const QString films = key("animationdir", site().film());
-    const QString child = QStringLiteral("<endfixedtime>3600000</endfixedtime><effect>"
-                                         "<type>Fixed Color</type><gid>%1</gid>"
-                                         "<endfixedtime>3600000</endfixedtime>") +
-                          key("color", rgb) + QStringLiteral("</effect>");
+    const QString child =
+        QStringLiteral("<effect><type>Fixed Color</type><gid>%1</gid><end>3600000</end>"
+                       "<endfixedtime>3600000</endfixedtime>") +
+        key("color", rgb) + QStringLiteral("</effect>");
     return {
         {"Fixed Color", "Fixed Color", key("color", rgb)},
         {"White Fixed Color", "White Fixed Color", {}},
