@@ -140,15 +140,15 @@ void LightSimTest::declaresItsSignalAndSlotsInOrder()
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
         own.append(meta.method(i).methodSignature());
     }
-    const QList<QByteArray> stated = {"simStateChanged(bool)",
-                                      "updateLights()",
-                                      "zoomIn()",
-                                      "zoomOut()",
-                                      "zoomFit()",
-                                      "setRefreshCount(int)",
-                                      "hideEvent(QHideEvent*)",
-                                      "showEvent(QShowEvent*)"};
-    QCOMPARE(own, stated);
+    const QList<QByteArray> expected = {"simStateChanged(bool)",
+                                        "updateLights()",
+                                        "zoomIn()",
+                                        "zoomOut()",
+                                        "zoomFit()",
+                                        "setRefreshCount(int)",
+                                        "hideEvent(QHideEvent*)",
+                                        "showEvent(QShowEvent*)"};
+    QCOMPARE(own, expected);
     QCOMPARE(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Signal);
     QCOMPARE(meta.method(meta.methodOffset()).parameterNames(), QList<QByteArray>{"b"});
     QCOMPARE(meta.method(meta.methodOffset() + 1).methodType(), QMetaMethod::Slot);
