@@ -16,6 +16,7 @@
 #include <QtTest>
 
 #include <sys/stat.h>
+#include <utility>
 
 namespace {
 
@@ -184,6 +185,9 @@ void LightSimTest::extentsDependOnTheOrderOfLights()
         low.uid = uid;
         SimMapLight high(110.0, 310.0);
         high.uid = uid * 7919 + 12345;
+        if (uid % 2 == 0) { // whatever the hash's seed, both orders come up
+            std::swap(low.uid, high.uid);
+        }
         SimMap map({low, high});
         QVERIFY(map.isGood());
         const bool lowComesFirst = map.model()->lightsHash().values().front()->position().x < 105.0;
