@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# headless-run.sh FOLDER ARGUMENTS...: runs pageant-forge on a virtual display for about ten
-# seconds beside a listening controller. FOLDER takes main-window.png, simulation.png and
-# frames.json. Exit status 0 only if frames were heard.
+# headless-run.sh FOLDER ARGUMENTS...: runs pageant-forge on a virtual display for ten seconds, or
+# FORGE_RUN_SECONDS, beside a listening controller. FOLDER takes main-window.png, simulation.png
+# and frames.json. Exit status 0 only if frames were heard.
 set -eu
 folder=$1
 shift
 binaries=build/release/bin
-seconds=10
+seconds=${FORGE_RUN_SECONDS:-10}
 mkdir -p "$folder"
 rm -f "$folder"/*.png "$folder"/frames.json "$folder"/*.log
 
