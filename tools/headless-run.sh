@@ -29,7 +29,8 @@ cleanup() {
 trap cleanup EXIT
 
 "$binaries/forge-listen" --bind 127.0.0.1 --bind 127.0.0.2 --bind 127.0.0.3 --bind 127.0.0.4 \
-    --bind 127.0.0.5 --bind 127.0.0.6 --seconds $seconds --json >"$folder/frames.json" 2>"$folder/forge-listen.log" &
+    --bind 127.0.0.5 --bind 127.0.0.6 --seconds "$seconds" --json \
+    >"$folder/frames.json" 2>"$folder/forge-listen.log" &
 listener=$!
 XDG_CONFIG_HOME=$config XDG_DATA_HOME=$config "$binaries/pageant-forge" "$@" \
     >"$folder/pageant-forge.log" 2>&1 &

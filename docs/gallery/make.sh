@@ -16,7 +16,7 @@ if [ "${1:-}" != "--dialogs" ]; then
     cmake/build.sh release pageant-forge forge-listen
     play gallery facade/facade.map facade/facade.sho 10
     cp artifacts/gallery/main-window.png artifacts/gallery/simulation.png "$gallery"
-    play gallery-all-effects facade/facade.map facade/all-effects.sho 37
+    play gallery-all-effects facade/facade.map facade/all-effects.sho 35
     cp artifacts/gallery-all-effects/simulation.png "$gallery/all-effects.png"
     play gallery-ring ring/ring.map ring/ring.sho 31
     cp artifacts/gallery-ring/simulation.png "$gallery/ring.png"
