@@ -5,20 +5,20 @@ set -eu
 cd "$(dirname "$0")/../.."
 gallery=docs/gallery
 
-# play FOLDER MAP SHOW: leaves screenshots of a show after some seconds in artifacts/FOLDER.
+# play FOLDER MAP SHOW SECONDS: leaves screenshots of a show, after so long, in artifacts/FOLDER.
 play() {
-    tests/in-namespace.sh tools/headless-run.sh "artifacts/$1" --map "examples/$2" \
-        --show "examples/$3"
+    FORGE_RUN_SECONDS=$4 tests/in-namespace.sh tools/headless-run.sh "artifacts/$1" \
+        --map "examples/$2" --show "examples/$3"
 }
 
 if [ "${1:-}" != "--dialogs" ]; then
     cmake/install-packages.sh --run
     cmake/build.sh release pageant-forge forge-listen
-    play gallery facade/facade.map facade/facade.sho
+    play gallery facade/facade.map facade/facade.sho 10
     cp artifacts/gallery/main-window.png artifacts/gallery/simulation.png "$gallery"
-    play gallery-all-effects facade/facade.map facade/all-effects.sho
+    play gallery-all-effects facade/facade.map facade/all-effects.sho 35
     cp artifacts/gallery-all-effects/simulation.png "$gallery/all-effects.png"
-    play gallery-ring ring/ring.map ring/ring.sho
+    play gallery-ring ring/ring.map ring/ring.sho 31
     cp artifacts/gallery-ring/simulation.png "$gallery/ring.png"
     tests/in-namespace.sh xvfb-run -a -s "-screen 0 1400x1000x24" "$0" --dialogs
     ls -l "$gallery"/*.png

@@ -57,17 +57,18 @@ QPainterPath wing(double lift, double side)
 {
     const QPointF root(side * 4.0, 0.0);
     const QPointF wrist(side * 30.0, -12.0 - 16.0 * lift);
-    const QPointF tip(side * 62.0, -2.0 - 26.0 * lift + 8.0 * std::abs(lift));
+    const QPointF tip(side * 64.0, -2.0 - 26.0 * lift + 8.0 * std::abs(lift));
     QPainterPath path;
-    path.moveTo(root + QPointF(0.0, -4.0));
-    path.quadTo(wrist + QPointF(-side * 6.0, -7.0), wrist + QPointF(0.0, -4.0));
-    path.quadTo(tip + QPointF(-side * 14.0, -9.0), tip);
-    path.quadTo(tip + QPointF(-side * 18.0, 5.0), wrist + QPointF(0.0, 9.0));
-    path.quadTo(wrist + QPointF(-side * 14.0, 12.0), root + QPointF(0.0, 8.0));
+    path.moveTo(root + QPointF(0.0, -7.0));
+    path.quadTo(wrist + QPointF(-side * 6.0, -11.0), wrist + QPointF(0.0, -7.0));
+    path.quadTo(tip + QPointF(-side * 14.0, -11.0), tip);
+    path.quadTo(tip + QPointF(-side * 18.0, 9.0), wrist + QPointF(0.0, 12.0));
+    path.quadTo(wrist + QPointF(-side * 14.0, 16.0), root + QPointF(0.0, 13.0));
     path.closeSubpath();
     return path;
 }
 
+/// Hard edges: a pixel is the gull's, or black and clear.
 QImage gullFrame(int frame)
 {
     const double beat = 2.0 * kPi * frame / kFilmFrames;
@@ -75,21 +76,20 @@ QImage gullFrame(int frame)
     QImage image(kGullWidth, kGullHeight, QImage::Format_RGB32);
     image.fill(Qt::black);
     QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
     // The body sinks while the wings rise.
     painter.translate(kGullWidth / 2.0, kGullHeight / 2.0 + 6.0 * lift);
+    painter.setPen(Qt::NoPen);
     for (const double side : {-1.0, 1.0}) {
         QLinearGradient feathers(0.0, 0.0, side * 64.0, 0.0);
-        feathers.setColorAt(0.0, QColor(255, 246, 226));
-        feathers.setColorAt(0.55, QColor(255, 190, 120));
-        feathers.setColorAt(1.0, QColor(255, 92, 70));
+        feathers.setColorAt(0.0, QColor(255, 244, 220));
+        feathers.setColorAt(0.5, QColor(255, 196, 120));
+        feathers.setColorAt(1.0, QColor(255, 84, 62));
         painter.fillPath(wing(lift, side), feathers);
     }
-    painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(255, 246, 226));
-    painter.drawEllipse(QPointF(0.0, 2.0), 7.0, 12.0);
-    painter.setBrush(QColor(255, 176, 72));
-    painter.drawEllipse(QPointF(0.0, 13.0), 4.0, 5.0); // the fanned tail
+    painter.drawEllipse(QPointF(0.0, 2.0), 8.0, 13.0);
+    painter.setBrush(QColor(255, 150, 40));
+    painter.drawEllipse(QPointF(0.0, 16.0), 6.0, 6.0); // the fanned tail
     return image;
 }
 
@@ -107,12 +107,13 @@ QImage wheelFrame(int frame)
     for (int vane = 0; vane < kVanes; ++vane) {
         QPainterPath path;
         path.moveTo(0.0, 0.0);
-        path.cubicTo(QPointF(22.0, -6.0), QPointF(44.0, -26.0), QPointF(52.0, -52.0));
-        path.cubicTo(QPointF(66.0, -26.0), QPointF(50.0, 6.0), QPointF(0.0, 0.0));
-        QRadialGradient glass(QPointF(0.0, 0.0), 66.0);
-        glass.setColorAt(0.0, QColor(255, 226, 160));
-        glass.setColorAt(0.45, vane % 2 == 0 ? QColor(255, 120, 60) : QColor(40, 224, 206));
-        glass.setColorAt(1.0, vane % 2 == 0 ? QColor(214, 30, 110) : QColor(24, 84, 236));
+        path.cubicTo(QPointF(22.0, -8.0), QPointF(40.0, -34.0), QPointF(44.0, -66.0));
+        path.lineTo(QPointF(76.0, -24.0));
+        path.cubicTo(QPointF(68.0, 2.0), QPointF(44.0, 14.0), QPointF(0.0, 0.0));
+        QRadialGradient glass(QPointF(0.0, 0.0), 64.0);
+        glass.setColorAt(0.2, QColor(255, 232, 170));
+        glass.setColorAt(0.55, vane % 2 == 0 ? QColor(255, 132, 56) : QColor(44, 236, 200));
+        glass.setColorAt(1.0, vane % 2 == 0 ? QColor(240, 36, 120) : QColor(30, 100, 255));
         painter.fillPath(path, glass);
         painter.rotate(360.0 / kVanes);
     }
@@ -137,18 +138,18 @@ QImage hills()
     painter.setRenderHint(QPainter::Antialiasing);
     QLinearGradient hour(0, 0, kHillsWidth, 0); // the sun goes down from left to right
     hour.setColorAt(0.0, QColor(255, 122, 40));
-    hour.setColorAt(0.35, QColor(226, 44, 104));
-    hour.setColorAt(0.7, QColor(76, 30, 150));
-    hour.setColorAt(1.0, QColor(16, 34, 120));
+    hour.setColorAt(0.35, QColor(255, 56, 112));
+    hour.setColorAt(0.7, QColor(116, 44, 214));
+    hour.setColorAt(1.0, QColor(30, 62, 214));
     painter.fillRect(image.rect(), hour);
     QLinearGradient height(0, 0, 0, kHillsHeight);
-    height.setColorAt(0.0, QColor(20, 16, 110, 170));
-    height.setColorAt(0.6, QColor(20, 16, 110, 0));
+    height.setColorAt(0.0, QColor(40, 30, 170, 120));
+    height.setColorAt(0.6, QColor(40, 30, 170, 0));
     painter.fillRect(image.rect(), height);
     drawDisc(&painter, QPointF(62.0, 24.0), 10.0, QColor(255, 232, 150));
     drawDisc(&painter, QPointF(252.0, 16.0), 7.0, QColor(224, 236, 255));
-    drawRidge(&painter, 38.0, 5.0, 3.0, 0.6, QColor(120, 34, 140), QColor(60, 16, 96));
-    drawRidge(&painter, 46.0, 4.0, 4.0, 2.2, QColor(10, 110, 130), QColor(4, 44, 70));
+    drawRidge(&painter, 38.0, 5.0, 3.0, 0.6, QColor(150, 30, 150), QColor(84, 16, 116));
+    drawRidge(&painter, 46.0, 4.0, 4.0, 2.2, QColor(14, 190, 180), QColor(6, 84, 120));
     painter.end();
     return image;
 }
@@ -161,7 +162,7 @@ QVector<NamedPicture> gull(const QString& folder)
 QImage rosette()
 {
     constexpr double kMiddle = kRosetteSize / 2.0;
-    constexpr int kPetals = 12;
+    constexpr int kPetals = 8;
     QImage image(kRosetteSize, kRosetteSize, QImage::Format_RGB32);
     image.fill(QColor(16, 12, 70));
     QPainter painter(&image);
@@ -181,9 +182,9 @@ QImage rosette()
             painter.restore();
         }
     };
-    petals(42.0, 72.0, 14.0, QColor(20, 70, 220), QColor(52, 232, 208), 0.5);
-    petals(24.0, 62.0, 9.0, QColor(230, 30, 100), QColor(255, 150, 60), 0.0);
-    petals(6.0, 34.0, 6.0, QColor(255, 220, 130), QColor(255, 110, 60), 0.5);
+    petals(26.0, 72.0, 15.0, QColor(24, 70, 240), QColor(52, 240, 208), 0.5);
+    petals(14.0, 64.0, 8.0, QColor(255, 40, 90), QColor(255, 170, 60), 0.0);
+    petals(4.0, 34.0, 6.0, QColor(255, 226, 150), QColor(255, 120, 190), 0.5);
     painter.setBrush(QColor(255, 240, 200));
     painter.drawEllipse(QPointF(0.0, 0.0), 9.0, 9.0);
     painter.end();

@@ -227,7 +227,7 @@ quint32 addWaves(ShowEffect* show, const FacadeGroups& groups, quint32 after)
 quint32 addPalettes(ShowEffect* show, const FacadeGroups& groups, quint32 after)
 {
     const quint32 chance =
-        show->add(randomColor(QStringLiteral("Lucky rings"), QColor(40, 110, 235), 2.4, 1.8, -0.24)
+        show->add(randomColor(QStringLiteral("Lucky rings"), QColor(40, 110, 235), 2.4, 1.6, -0.6)
                       .on(groups.ringChase)
                       .layer(WashLayer)
                       .fading(1600, 1600)

@@ -171,7 +171,7 @@ ShowEffect animation(const QString& name, const QString& folder, int framesPerSe
         .real("scale", 1.0)
         .color("transcolor", Qt::black)
         .flag("transenabled", clear)
-        .flag("smooth", true)
+        .flag("smooth", !clear) // else black would be mixed into the edges
         .lasting(static_cast<double>(frameCount) / framesPerSecond);
 }
 

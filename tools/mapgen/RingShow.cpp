@@ -7,7 +7,7 @@ using namespace ShowEffects;
 
 namespace {
 
-constexpr quint32 kShowLength = 76000;
+constexpr quint32 kShowLength = 69000;
 
 const QColor kNight(14, 22, 92);
 const QColor kDeepSea(4, 58, 92);
