@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+class ColorSwatch;
+class Effect;
+class MapModel;
+class QCheckBox;
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+class QVBoxLayout;
+class VelaColor;
+
+/// What the parameter forms of all effects share: group boxes of labelled controls whose columns
+/// stand in line, and the colour dialog. A form writes each change into its effect at once; a text
+/// that is no number writes 0.
+class EffectForm : public QWidget
+{
+    Q_OBJECT
+signals:
+    void valueChanged(const QString& name, const QString& value);
+
+protected:
+    /// A swatch with its button and, where one was asked for, its check box.
+    struct ColorRow
+    {
+        ColorSwatch* swatch = nullptr;
+        QPushButton* button = nullptr;
+        QCheckBox* check = nullptr;
+    };
+
+    /// `title` is the kind of effect in words. A null effect or model is fatal.
+    EffectForm(const QString& title, const Effect* effect, MapModel* model, QWidget* parent);
+
+    MapModel* model() const { return m_model; }
+    /// What follows is put into a new box of this title.
+    void beginGroup(const QString& title);
+    QLineEdit* addLine(const QString& label, const QString& text);
+    /// A line for a path: as wide as the form allows.
+    QLineEdit* addWideLine(const QString& label, const QString& text);
+    /// Shows `value` within the range, which leaves the effect's own as it is.
+    QSpinBox* addSpin(const QString& label, int least, int most, int start, int value);
+    QCheckBox* addCheck(const QString& text, bool on);
+    /// No check box where `check` is empty.
+    ColorRow addColor(const QString& label, const VelaColor& color, const QString& check = {},
+                      bool isChecked = false);
+    /// A text that changes; `widest` reserves its room.
+    QLabel* addValue(const QString& label, const QString& text, const QString& widest);
+    /// A word above the rows that it names.
+    void addHeading(const QString& text);
+    /// Any widget over the whole width of the box.
+    void addWidget(QWidget* widget);
+    /// Any widget behind a label of its own.
+    void addLabelled(const QString& label, QWidget* widget);
+    /// Brings the label columns of all boxes in line. Last of all.
+    void finishLayout();
+    /// Half a line, the unit of all distances.
+    int unit() const;
+
+    /// Asks for a colour; see chooseColor(). Nothing for a null effect.
+    void choose(const Effect* effect, const VelaColor& current,
+                const std::function<void(const VelaColor&)>& handler);
+
+    /// A count of rows or colours for a spin box, which holds less.
+    static int spinValue(quint32 value);
+    /// The text of a line that holds a double.
+    static QString text(double value);
+    /// The text of a line that holds whole seconds of a cycle, `ms` in milliseconds.
+    static QString wholeSeconds(quint32 ms);
+
+private:
+    MapModel* m_model = nullptr; // not owned
+    QVBoxLayout* m_boxes = nullptr;
+    QGridLayout* m_grid = nullptr; // of the box that is being filled
+};
