@@ -20,7 +20,7 @@ constexpr int kPickerWidth = 800;
 constexpr int kPickerHeight = 600;
 } // namespace
 
-void chooseColor(const Effect& effect, MapModel* model, const VelaColor& current, QWidget* form,
+void chooseColor(const Effect& effect, MapModel* model, VelaColor current, QWidget* form,
                  const ColorHandler& handler)
 {
     const QPointer<QWidget> guard(form);

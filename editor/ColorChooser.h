@@ -1,11 +1,12 @@
 #pragma once
 
+#include "color/VelaColor.h"
+
 #include <functional>
 
 class Effect;
 class MapModel;
 class QWidget;
-class VelaColor;
 
 using ColorHandler = std::function<void(const VelaColor&)>;
 
@@ -13,5 +14,5 @@ using ColorHandler = std::function<void(const VelaColor&)>;
 /// user passes through, and `current` again if the dialog is rejected. The fixture profiles on
 /// offer are those of the effect's group; none where the map has no such group. After `form` is
 /// gone nobody is told any more.
-void chooseColor(const Effect& effect, MapModel* model, const VelaColor& current, QWidget* form,
+void chooseColor(const Effect& effect, MapModel* model, VelaColor current, QWidget* form,
                  const ColorHandler& handler);
