@@ -14,6 +14,7 @@ ColorSwatch::ColorSwatch(QWidget* parent)
     setLineWidth(1);
     const int line = QFontMetrics(font()).lineSpacing();
     setMinimumSize(4 * line, line + line / 2);
+    setBackgroundRole(QPalette::Window); // also inside a table, which has another
     setAutoFillBackground(true);
     setAccessibleName(tr("Color"));
 }
