@@ -196,10 +196,13 @@ void FlashEffect::updateLights()
     const int layer = static_cast<int>(priority());
     const auto paint = [&](QRgb rgb, int first, int count) {
         const double alpha = transparent.matches(rgb) ? 0.0 : visible;
+        prefetchBehind(m_lights, m_lightCount, first + count);
         VelaColor color(rgb);
         QColor screen(rgb);
-        color.setAlphaF(alpha);
-        screen.setAlphaF(alpha);
+        if (alpha != 1.0) { // both are opaque as they are made
+            color.setAlphaF(alpha);
+            screen.setAlphaF(alpha);
+        }
         Light::mixRow(m_lights + first, count, color, screen, layer);
     };
     if (view.before != nullptr && view.after != nullptr) {

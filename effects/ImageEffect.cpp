@@ -131,17 +131,20 @@ void ImageEffect::updateLights()
     const int layer = static_cast<int>(priority());
     const auto paint = [&](const PictureSample& sample, int first, int count) {
         Light* const* const lights = m_lights + first;
+        prefetchBehind(m_lights, m_lightCount, first + count);
         if (sample.isOutside) {
             Light::mixRow(lights, count, outside, outsideScreen, layer);
             return;
         }
         VelaColor color(sample.rgb);
-        color.setAlphaF(sample.alpha);
-        if (isFading) {
-            color.setAlphaF(color.alphaF() * visible);
-        }
         QColor screen(sample.rgb);
-        screen.setAlphaF(color.alphaF());
+        if (sample.alpha != 1.0 || isFading) { // both are opaque as they are made
+            color.setAlphaF(sample.alpha);
+            if (isFading) {
+                color.setAlphaF(color.alphaF() * visible);
+            }
+            screen.setAlphaF(color.alphaF());
+        }
         Light::mixRow(lights, count, color, screen, layer);
     };
     const auto placeX = [&](int i) {

@@ -76,6 +76,13 @@ public:
         const auto address = reinterpret_cast<quintptr>(light);
         __builtin_prefetch(reinterpret_cast<const void*>(address + kCacheLine), 1);
     }
+    /// The same ahead of a colour that the light has not shown before.
+    static void prefetchForChange(const Light* light)
+    {
+        prefetch(light);
+        const auto address = reinterpret_cast<quintptr>(light);
+        __builtin_prefetch(reinterpret_cast<const void*>(address + 2 * kCacheLine), 1);
+    }
 
     quint64 uid() const { return m_uid; }
     const QString& name() const { return m_name; }
