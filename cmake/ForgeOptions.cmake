@@ -16,7 +16,8 @@ if(FORGE_SANITIZE)
     # float-cast-overflow is not part of "undefined", and it is the one that hostile files reach.
     set(forge_sanitizers -fsanitize=address,undefined,float-cast-overflow
         -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    target_compile_options(forge_options INTERFACE ${forge_sanitizers} -O1
+    target_compile_options(forge_options INTERFACE ${forge_sanitizers}
+        -O1 -g1 # lines for the reports; more of either takes its time to compile
         -Wno-maybe-uninitialized) # false alarms under instrumentation
     target_link_options(forge_options INTERFACE ${forge_sanitizers})
     target_compile_definitions(forge_options INTERFACE FORGE_SANITIZE)

@@ -19,6 +19,8 @@ function(forge_add_test folder class)
         target_link_libraries(${name} PRIVATE forge_${folder})
     endif()
     target_link_libraries(${name} PRIVATE forge_options Qt5::Test ${arg_LIBS})
+    # A test's own code need not be fast, but there is much of it to compile.
+    target_compile_options(${name} PRIVATE -O0)
     target_compile_definitions(${name} PRIVATE
         FORGE_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
         FORGE_BINARY_DIR="${PROJECT_BINARY_DIR}"

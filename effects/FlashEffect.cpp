@@ -24,8 +24,8 @@ QString sizeText(int width, int height)
 
 QRgb pixelAt(const quint8* buffer, int light)
 {
-    const quint8* const bytes = buffer + SamplePoints::kBytesPerLight * light;
-    return qRgb(bytes[0], bytes[1], bytes[2]);
+    const int first = SamplePoints::kBytesPerLight * light;
+    return qRgb(buffer[first], buffer[first + 1], buffer[first + 2]);
 }
 
 /// Half of the current level and a quarter of each neighbour's, truncated.
@@ -128,7 +128,7 @@ void FlashEffect::loadFrames()
     emit updateFrameCount(QString::number(m_frameCount));
     m_imageSizeText = sizeText(picture.width(), picture.height());
     emit updateImageSize(m_imageSizeText);
-    emit cycleTimeChanged(cycleTime());
+    emit cycleTimeChanged(FlashEffect::cycleTime());
 }
 
 void FlashEffect::placePoints(const QSize& picture)
@@ -308,7 +308,7 @@ void FlashEffect::fromXml(QDomElement* element)
     }
     m_isReading = false;
     if (m_isCompileWanted || (!m_animationDir.isEmpty() && !m_ready)) {
-        compile();
+        FlashEffect::compile();
     }
 }
 
@@ -336,7 +336,7 @@ void FlashEffect::setPreload(bool on)
         return;
     }
     m_preload = on;
-    compile();
+    FlashEffect::compile();
 }
 
 void FlashEffect::setXOffset(double pixels)
@@ -345,7 +345,7 @@ void FlashEffect::setXOffset(double pixels)
         return;
     }
     m_xOffset = pixels;
-    compile();
+    FlashEffect::compile();
 }
 
 void FlashEffect::setYOffset(double pixels)
@@ -354,7 +354,7 @@ void FlashEffect::setYOffset(double pixels)
         return;
     }
     m_yOffset = pixels;
-    compile();
+    FlashEffect::compile();
 }
 
 void FlashEffect::setScale(double scale)
@@ -363,7 +363,7 @@ void FlashEffect::setScale(double scale)
         return;
     }
     m_scale = scale;
-    compile();
+    FlashEffect::compile();
 }
 
 void FlashEffect::setTransColor(const VelaColor& color)

@@ -69,9 +69,9 @@ public:
     const QString& outputSizeText() const { return m_outputSizeText; }
 
 signals:
-    void updateFrameCount(QString frameCount);
-    void updateImageSize(QString imageSize);
-    void updateOutputSize(QString outputSize);
+    void updateFrameCount(const QString& frameCount);
+    void updateImageSize(const QString& imageSize);
+    void updateOutputSize(const QString& outputSize);
     void initializeProgressDialog(int count);
     void updateProgressDialog(int count);
 

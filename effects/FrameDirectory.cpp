@@ -30,7 +30,7 @@ QImage FrameDirectory::read(int frame)
 {
     QString reason;
     const QString file = m_path + m_names.at(frame);
-    const QImage image = PictureFile::read(file, &reason);
+    QImage image = PictureFile::read(file, &reason);
     const auto index = static_cast<std::size_t>(frame);
     if (image.isNull() && !m_isReported[index]) {
         m_isReported[index] = true;

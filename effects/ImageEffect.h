@@ -67,8 +67,8 @@ public:
     const QString& outputSizeText() const { return m_outputSizeText; }
 
 signals:
-    void updateImageSizeLabel(QString s);
-    void updateOutputSizeLabel(QString s);
+    void updateImageSizeLabel(const QString& s);
+    void updateOutputSizeLabel(const QString& s);
 
 private:
     /// A light's distance from the group's centre in whole pixels, NaN for one at no real place.

@@ -29,7 +29,7 @@ QImage read(const QString& path, QString* reason)
         return QImage();
     }
     // Every reader of Qt's own tells the size of what it can read.
-    const QImage image = size.isValid() ? reader.read() : QImage();
+    QImage image = size.isValid() ? reader.read() : QImage();
     if (image.isNull()) {
         *reason = size.isValid() ? reader.errorString() : QStringLiteral("it is no picture");
     }

@@ -9,7 +9,7 @@ namespace PictureFile {
 
 /// Pictures of more pixels are refused before anything is decoded: a file of a few kilobytes may
 /// claim gigabytes.
-constexpr qint64 kMaxPixels = 64 * 1024 * 1024;
+constexpr int kMaxPixels = 64 * 1024 * 1024;
 
 /// The picture, in any format that Qt has a reader for; a null one, and the `reason` in words, for
 /// what is no plain file (a pipe would block for ever), no picture, or too large.

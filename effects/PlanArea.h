@@ -20,7 +20,6 @@ struct PlanArea
     double maxX = 0.0;
     double maxY = 0.0;
 
-    PlanArea() = default;
     PlanArea(MapModel* model, quint64 gid);
 
     /// "width x height" in pixels.

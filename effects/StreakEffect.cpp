@@ -123,11 +123,11 @@ void StreakEffect::fromXml(QDomElement* element)
         switch (effectKey(node.nodeName())) {
         case EffectKey::FgColor:
             m_fgColor = EffectSupport::toColor(value, Qt::green);
-            compile();
+            StreakEffect::compile();
             break;
         case EffectKey::BgColor:
             m_bgColor = EffectSupport::toColor(value, Qt::black);
-            compile();
+            StreakEffect::compile();
             break;
         case EffectKey::Width:
             m_width = EffectXml::toUInt(value, 4);

@@ -91,11 +91,11 @@ void SweepEffect::fromXml(QDomElement* element)
         switch (effectKey(node.nodeName())) {
         case EffectKey::FgColor:
             m_fgColor = EffectSupport::toColor(value, Qt::green);
-            compile();
+            SweepEffect::compile();
             break;
         case EffectKey::BgColor:
             m_bgColor = EffectSupport::toColor(value, Qt::black);
-            compile();
+            SweepEffect::compile();
             break;
         case EffectKey::CycleTime:
             setCycleTime(EffectXml::toDouble(value, 10.0));

@@ -143,11 +143,11 @@ void XYBurstEffect::setCycleTime(double seconds)
 void XYBurstEffect::setCenterOffsetX(double pixels)
 {
     m_centerOffsetX = pixels;
-    compile();
+    XYBurstEffect::compile();
 }
 
 void XYBurstEffect::setCenterOffsetY(double pixels)
 {
     m_centerOffsetY = pixels;
-    compile();
+    XYBurstEffect::compile();
 }

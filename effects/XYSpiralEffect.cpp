@@ -130,29 +130,29 @@ void XYSpiralEffect::setCycleTime(double seconds)
 void XYSpiralEffect::setTwist(double twist)
 {
     m_twist = twist;
-    compile();
+    XYSpiralEffect::compile();
 }
 
 void XYSpiralEffect::setArms(qint32 arms)
 {
     m_arms = arms;
-    compile();
+    XYSpiralEffect::compile();
 }
 
 void XYSpiralEffect::setClockwise(bool on)
 {
     m_clockwise = on;
-    compile();
+    XYSpiralEffect::compile();
 }
 
 void XYSpiralEffect::setCenterOffsetX(double pixels)
 {
     m_centerOffsetX = pixels;
-    compile();
+    XYSpiralEffect::compile();
 }
 
 void XYSpiralEffect::setCenterOffsetY(double pixels)
 {
     m_centerOffsetY = pixels;
-    compile();
+    XYSpiralEffect::compile();
 }

@@ -202,55 +202,55 @@ void XYTextEffect::fromXml(QDomElement* element)
 void XYTextEffect::setText(const QString& text)
 {
     m_text = text;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setFontFamily(const QString& family)
 {
     m_fontFamily = family;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setFontSize(qint32 pixels)
 {
     m_fontSize = pixels;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setBold(bool on)
 {
     m_bold = on;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setItalic(bool on)
 {
     m_italic = on;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setFgColor(const QColor& color)
 {
     m_fgColor = color;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setFgTransparent(bool on)
 {
     m_fgTransparent = on;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setBgColor(const QColor& color)
 {
     m_bgColor = color;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setBgTransparent(bool on)
 {
     m_bgTransparent = on;
-    compile();
+    XYTextEffect::compile();
 }
 
 void XYTextEffect::setCycleTime(double seconds)
@@ -262,5 +262,5 @@ void XYTextEffect::setCycleTime(double seconds)
 void XYTextEffect::setImage(const QImage& image)
 {
     m_image = image;
-    compile();
+    XYTextEffect::compile();
 }

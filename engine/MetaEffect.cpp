@@ -188,6 +188,29 @@ void MetaEffect::compileAll()
     for (Effect* const child : children) {
         child->compile();
     }
+    compileBelow();
+}
+
+/// The effects inside of nested timelines: what they hold of a map must not outlive it. Timelines
+/// further down hold nothing of it, and keep their place.
+void MetaEffect::compileBelow()
+{
+    QSet<const MetaEffect*> seen = {this};
+    QList<const MetaEffect*> timelines = {this};
+    while (!timelines.isEmpty()) {
+        const MetaEffect* const timeline = timelines.takeLast();
+        for (Effect* const child : timeline->effectList()) {
+            const auto* const nested = qobject_cast<const MetaEffect*>(child);
+            if (nested == nullptr) {
+                if (timeline != this) {
+                    child->compile();
+                }
+            } else if (!seen.contains(nested)) {
+                seen.insert(nested);
+                timelines.append(nested);
+            }
+        }
+    }
 }
 
 void MetaEffect::stopAll()

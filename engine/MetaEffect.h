@@ -38,6 +38,7 @@ public:
     Effect* effectByEid(uint eid) const;
     QList<Effect*> effectList() const { return m_effects; }
     void sortEffects();
+    /// Compiles every child, and what the timelines among them hold.
     void compileAll();
     /// Clears active on every child.
     void stopAll();
@@ -68,6 +69,7 @@ private:
     quint32 greatestEnd() const;
     Effect* linkTarget(quint32 eid) const;
     Effect* advance(Resolving& step);
+    void compileBelow();
     void dimLights();
 
     bool m_loop = true;

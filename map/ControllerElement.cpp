@@ -33,43 +33,43 @@ enum Key : int {
 };
 
 constexpr ElementKey<Key> kKeys[] = {
-    {QLatin1String("t"), TypeKey},
-    {QLatin1String("type"), TypeKey},
-    {QLatin1String("n"), NameKey},
-    {QLatin1String("name"), NameKey},
-    {QLatin1String("s"), SelfKey},
-    {QLatin1String("self"), SelfKey},
-    {QLatin1String("l"), LightKey},
-    {QLatin1String("light"), LightKey},
-    {QLatin1String("m"), MissingKey},
-    {QLatin1String("missing"), MissingKey},
-    {QLatin1String("sn"), SerialKey},
-    {QLatin1String("serialnumber"), SerialKey},
-    {QLatin1String("u"), UniverseKey},
-    {QLatin1String("universenumber"), UniverseKey},
-    {QLatin1String("ip"), IpKey},
-    {QLatin1String("ipaddress"), IpKey},
-    {QLatin1String("mac"), MacKey},
-    {QLatin1String("macaddress"), MacKey},
-    {QLatin1String("d"), BufferSizeKey},
-    {QLatin1String("dmxbuffersize"), BufferSizeKey},
-    {QLatin1String("v"), VersionKey},
-    {QLatin1String("version"), VersionKey},
-    {QLatin1String("vs"), VersionStringKey},
-    {QLatin1String("versionstring"), VersionStringKey},
-    {QLatin1String("ids"), IdStringKey},
-    {QLatin1String("idstring"), IdStringKey},
-    {QLatin1String("pl"), PortListKey},
-    {QLatin1String("portlist"), PortListKey},
-    {QLatin1String("p"), PortKey},
-    {QLatin1String("port"), PortKey},
-    {QLatin1String("pn"), PortNumberKey},
-    {QLatin1String("portnum"), PortNumberKey},
-    {QLatin1String("pt"), PortTypeKey},
-    {QLatin1String("porttype"), PortTypeKey},
-    {QLatin1String("pf"), PortFlagsKey},
-    {QLatin1String("portflags"), PortFlagsKey},
-    {QLatin1String("properties"), PropertiesKey},
+    {"t", TypeKey},
+    {"type", TypeKey},
+    {"n", NameKey},
+    {"name", NameKey},
+    {"s", SelfKey},
+    {"self", SelfKey},
+    {"l", LightKey},
+    {"light", LightKey},
+    {"m", MissingKey},
+    {"missing", MissingKey},
+    {"sn", SerialKey},
+    {"serialnumber", SerialKey},
+    {"u", UniverseKey},
+    {"universenumber", UniverseKey},
+    {"ip", IpKey},
+    {"ipaddress", IpKey},
+    {"mac", MacKey},
+    {"macaddress", MacKey},
+    {"d", BufferSizeKey},
+    {"dmxbuffersize", BufferSizeKey},
+    {"v", VersionKey},
+    {"version", VersionKey},
+    {"vs", VersionStringKey},
+    {"versionstring", VersionStringKey},
+    {"ids", IdStringKey},
+    {"idstring", IdStringKey},
+    {"pl", PortListKey},
+    {"portlist", PortListKey},
+    {"p", PortKey},
+    {"port", PortKey},
+    {"pn", PortNumberKey},
+    {"portnum", PortNumberKey},
+    {"pt", PortTypeKey},
+    {"porttype", PortTypeKey},
+    {"pf", PortFlagsKey},
+    {"portflags", PortFlagsKey},
+    {"properties", PropertiesKey},
 };
 
 Key keyOf(const MapNode& node)
@@ -91,7 +91,7 @@ void Controller::readElement(const MapNode& element)
     constexpr int kLargestBuffer = 65536;
     for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
         const Key key = keyOf(child);
-        const QString text = child.firstValue();
+        const QString& text = child.firstValue();
         bool ok = false;
         switch (key) {
         case TypeKey:
@@ -175,12 +175,13 @@ void Controller::readPortList(const MapNode& list)
     if (count != m_portCount) {
         setPortCount(count);
     }
-    MapNode child = list.firstChild();
-    for (Port& port : m_ports) { // a child of another name leaves its port as it is
-        if (keyOf(child) == PortKey) {
-            readPort(child, &port);
+    auto port = m_ports.begin();
+    for (MapNode child = list.firstChild(); !child.isNull() && port != m_ports.end();
+         child = child.nextSibling()) {
+        if (keyOf(child) == PortKey) { // a child of another name leaves its port as it is
+            readPort(child, &*port);
         }
-        child = child.nextSibling();
+        ++port;
     }
     rebuildPortIndex();
 }
@@ -189,7 +190,7 @@ void Controller::readPort(const MapNode& element, Port* port)
 {
     constexpr quint8 kFramedType = 3; // such ports take a start code of their own
     for (MapNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
-        const QString text = child.firstValue();
+        const QString& text = child.firstValue();
         switch (keyOf(child)) {
         case PortNumberKey:
             port->number = byteOrOne(text);
@@ -213,7 +214,7 @@ void Controller::readProperties(const MapNode& list)
     for (MapNode child = list.firstChild(); !child.isNull(); child = child.nextSibling()) {
         const QString displayName = mapper.displayName(child.name());
         if (!m_properties.contains(displayName)) {
-            const QString text = child.firstValue();
+            const QString& text = child.firstValue();
             m_properties.insert(displayName, mapper.parameterValueToText(displayName, text));
         }
     }

@@ -41,12 +41,11 @@ bool Controller::updateLights()
 
 void Controller::collectBytes()
 {
-    constexpr int kAhead = 8;
+    constexpr std::size_t kAhead = 8;
     std::memset(m_portBuffers.data(), 0, m_portBuffers.size());
-    const int ahead = static_cast<int>(m_lights.size()) - kAhead;
     for (int i = 0; i < m_lightCount; ++i) {
-        if (i < ahead) {
-            Light::prefetch(m_lights[static_cast<std::size_t>(i + kAhead)]);
+        if (static_cast<std::size_t>(i) + kAhead < m_lights.size()) {
+            Light::prefetch(m_lights[static_cast<std::size_t>(i) + kAhead]);
         }
         Light* const light = m_lights[static_cast<std::size_t>(i)];
         if (light == nullptr || light->port() > m_maxPortNumber) {

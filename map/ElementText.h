@@ -5,6 +5,7 @@
 #include <QtGlobal>
 
 #include <cstddef>
+#include <string_view>
 
 // Reading the elements of a map file: a map has hundreds of thousands of them.
 
@@ -12,7 +13,7 @@
 template <typename Key>
 struct ElementKey
 {
-    QLatin1String name;
+    std::string_view name;
     Key key;
 };
 
@@ -21,7 +22,8 @@ template <typename Key, std::size_t size>
 Key findElementKey(const ElementKey<Key> (&table)[size], const QString& name, Key unknown)
 {
     for (const ElementKey<Key>& entry : table) {
-        if (entry.name.size() == name.size() && entry.name == name) {
+        const auto length = static_cast<int>(entry.name.size());
+        if (length == name.size() && name == QLatin1String(entry.name.data(), length)) {
             return entry.key;
         }
     }

@@ -17,10 +17,8 @@ namespace {
 enum Key : int { TypeKey, SelfKey, NameKey, ChildKey, UnknownKey };
 
 constexpr ElementKey<Key> kKeys[] = {
-    {QLatin1String("t"), TypeKey},  {QLatin1String("type"), TypeKey},
-    {QLatin1String("s"), SelfKey},  {QLatin1String("self"), SelfKey},
-    {QLatin1String("n"), NameKey},  {QLatin1String("name"), NameKey},
-    {QLatin1String("c"), ChildKey}, {QLatin1String("child"), ChildKey},
+    {"t", TypeKey}, {"type", TypeKey}, {"s", SelfKey},  {"self", SelfKey},
+    {"n", NameKey}, {"name", NameKey}, {"c", ChildKey}, {"child", ChildKey},
 };
 
 } // namespace
@@ -40,7 +38,7 @@ Group::Group(const MapNode& element)
         if (key == UnknownKey) {
             continue;
         }
-        const QString text = child.firstValue();
+        const QString& text = child.firstValue();
         if (key == TypeKey) {
             m_type = readInt32(text, 0);
         } else if (key == NameKey) {

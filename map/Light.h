@@ -73,8 +73,9 @@ public:
     /// Brings what a frame touches into the cache ahead of its use; null is allowed.
     static void prefetch(const Light* light)
     {
-        const auto address = reinterpret_cast<quintptr>(light);
-        __builtin_prefetch(reinterpret_cast<const void*>(address + kCacheLine), 1);
+        if (light != nullptr) {
+            __builtin_prefetch(&light->m_frame, 1);
+        }
     }
     /// The same ahead of a colour that the light has not shown before.
     static void prefetchForChange(const Light* light)

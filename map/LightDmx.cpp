@@ -3,6 +3,7 @@
 #include "map/Light.h"
 
 #include <algorithm>
+#include <cstddef>
 
 /// Makes bytes() those of the painted colour; false for an invalid one. `tag` is that colour's.
 bool Light::refreshBytes(quint64 tag)
@@ -37,10 +38,10 @@ void Light::convert(const VelaColor& color, quint8* block) const
     constexpr quint32 kTripleLast = 254;
     const quint32 chemistry = m_settings.ledChemistry;
     const bool halfFull = m_settings.halfFull;
-    const int width = m_channelWidth;
-    const int pixel = width * m_channelCount;
+    const std::ptrdiff_t width = m_channelWidth;
+    const std::ptrdiff_t pixel = width * m_channelCount;
     const int channels = halfFull && chemistry == kTripleLast ? 4 : m_channelCount;
-    ColorUtils::mapToChannels(color, forwardFlag(), channels, width, block, 0,
+    ColorUtils::mapToChannels(color, forwardFlag(), channels, m_channelWidth, block, 0,
                               static_cast<int>(m_settings.dimmingCurve), m_profileId,
                               effectiveMode());
     if (chemistry == kDarkLast || chemistry == kDarkLastToo) {

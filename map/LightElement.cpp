@@ -40,32 +40,32 @@ enum Key : int {
 };
 
 constexpr ElementKey<Key> kKeys[] = {
-    {QLatin1String("n"), NameKey},
-    {QLatin1String("name"), NameKey},
-    {QLatin1String("c"), ControllerKey},
-    {QLatin1String("controller"), ControllerKey},
-    {QLatin1String("fc"), FixtureCodeKey},
-    {QLatin1String("fixturecode"), FixtureCodeKey},
-    {QLatin1String("f"), FixtureKey},
-    {QLatin1String("fixture"), FixtureKey},
-    {QLatin1String("s"), SelfKey},
-    {QLatin1String("self"), SelfKey},
-    {QLatin1String("pn"), PortKey},
-    {QLatin1String("ln"), LightNumberKey},
-    {QLatin1String("lightnumber"), LightNumberKey},
-    {QLatin1String("x"), XKey},
-    {QLatin1String("y"), YKey},
-    {QLatin1String("z"), ZKey},
-    {QLatin1String("q0"), Q0Key},
-    {QLatin1String("q1"), Q1Key},
-    {QLatin1String("q2"), Q2Key},
-    {QLatin1String("q3"), Q3Key},
-    {QLatin1String("ch"), ChannelKey},
-    {QLatin1String("channel"), ChannelKey},
-    {QLatin1String("sn"), SerialKey},
-    {QLatin1String("tintweaveprofileid"), ProfileKey},
-    {QLatin1String("tintweaveiomode"), IoModeKey},
-    {QLatin1String("properties"), PropertiesKey},
+    {"n", NameKey},
+    {"name", NameKey},
+    {"c", ControllerKey},
+    {"controller", ControllerKey},
+    {"fc", FixtureCodeKey},
+    {"fixturecode", FixtureCodeKey},
+    {"f", FixtureKey},
+    {"fixture", FixtureKey},
+    {"s", SelfKey},
+    {"self", SelfKey},
+    {"pn", PortKey},
+    {"ln", LightNumberKey},
+    {"lightnumber", LightNumberKey},
+    {"x", XKey},
+    {"y", YKey},
+    {"z", ZKey},
+    {"q0", Q0Key},
+    {"q1", Q1Key},
+    {"q2", Q2Key},
+    {"q3", Q3Key},
+    {"ch", ChannelKey},
+    {"channel", ChannelKey},
+    {"sn", SerialKey},
+    {"tintweaveprofileid", ProfileKey},
+    {"tintweaveiomode", IoModeKey},
+    {"properties", PropertiesKey},
 };
 
 constexpr quint64 kNoUid = 0xFFFFFFFFU;
@@ -289,8 +289,8 @@ Light::PropertyList* Light::readProperties(const MapNode& list)
     }
     bool mayShare = m_properties.isEmpty() && !raw.empty();
     if (mayShare) {
-        const auto same = std::find_if(known.begin(), known.end(),
-                                       [](const PropertyList& one) { return one.raw == raw; });
+        auto* const same = std::find_if(known.begin(), known.end(),
+                                        [](const PropertyList& one) { return one.raw == raw; });
         if (same != known.end()) {
             m_properties = same->properties;
             m_settings = same->settings;

@@ -103,6 +103,8 @@ struct Light::Tables
             factor += 0xD1B54A32D192ED02ULL; // stays odd
         }
         TaggedColor& entry = tags[slotOf(hash)];
+        // Bits that a colour does not use may differ: it then has two tags, which does no harm.
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
         if (std::memcmp(&entry.color, &color, sizeof(color)) != 0) {
             const quint64 tag = newTag(color);
             if (tag == kNoTag) {

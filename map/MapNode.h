@@ -79,7 +79,7 @@ private:
 
 inline bool MapNode::isElement() const
 {
-    return m_tree->at(m_index).kind == MapTree::Element;
+    return m_tree != nullptr && m_tree->at(m_index).kind == MapTree::Element;
 }
 
 inline const QString& MapNode::name() const

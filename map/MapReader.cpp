@@ -19,16 +19,16 @@ namespace {
 enum class Key { Version, ImageFile, PostSync, Controller, Light, Group, Type, Unknown };
 
 constexpr ElementKey<Key> kKeys[] = {
-    {QLatin1String("light"), Key::Light},           {QLatin1String("l"), Key::Light},
-    {QLatin1String("group"), Key::Group},           {QLatin1String("g"), Key::Group},
-    {QLatin1String("controller"), Key::Controller}, {QLatin1String("c"), Key::Controller},
-    {QLatin1String("version"), Key::Version},       {QLatin1String("imagefile"), Key::ImageFile},
-    {QLatin1String("postsync"), Key::PostSync},
+    {"light", Key::Light},           {"l", Key::Light},
+    {"group", Key::Group},           {"g", Key::Group},
+    {"controller", Key::Controller}, {"c", Key::Controller},
+    {"version", Key::Version},       {"imagefile", Key::ImageFile},
+    {"postsync", Key::PostSync},
 };
 
 constexpr ElementKey<Key> kControllerKeys[] = {
-    {QLatin1String("type"), Key::Type},
-    {QLatin1String("t"), Key::Type},
+    {"type", Key::Type},
+    {"t", Key::Type},
 };
 
 QLatin1String rootName()

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# headless-run.sh FOLDER ARGUMENTS...: runs pageant-forge on a virtual display for about ten
-# seconds beside a listening controller. FOLDER takes main-window.png, simulation.png and
-# frames.json. Exit status 0 only if frames were heard.
+# headless-run.sh FOLDER ARGUMENTS...: runs pageant-forge on a virtual display for ten seconds, or
+# FORGE_RUN_SECONDS, beside a listening controller. FOLDER takes main-window.png, simulation.png
+# and frames.json. Exit status 0 only if frames were heard.
 set -eu
 folder=$1
 shift
 binaries=build/release/bin
-seconds=10
+seconds=${FORGE_RUN_SECONDS:-10}
 mkdir -p "$folder"
 rm -f "$folder"/*.png "$folder"/frames.json "$folder"/*.log
 
@@ -29,7 +29,8 @@ cleanup() {
 trap cleanup EXIT
 
 "$binaries/forge-listen" --bind 127.0.0.1 --bind 127.0.0.2 --bind 127.0.0.3 --bind 127.0.0.4 \
-    --seconds $seconds --json >"$folder/frames.json" 2>"$folder/forge-listen.log" &
+    --bind 127.0.0.5 --bind 127.0.0.6 --seconds "$seconds" --json \
+    >"$folder/frames.json" 2>"$folder/forge-listen.log" &
 listener=$!
 XDG_CONFIG_HOME=$config XDG_DATA_HOME=$config "$binaries/pageant-forge" "$@" \
     >"$folder/pageant-forge.log" 2>&1 &

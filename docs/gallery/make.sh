@@ -4,14 +4,22 @@
 set -eu
 cd "$(dirname "$0")/../.."
 gallery=docs/gallery
-example="--map examples/facade/facade.map --show examples/facade/facade.sho"
+
+# play FOLDER MAP SHOW SECONDS: leaves screenshots of a show, after so long, in artifacts/FOLDER.
+play() {
+    FORGE_RUN_SECONDS=$4 tests/in-namespace.sh tools/headless-run.sh "artifacts/$1" \
+        --map "examples/$2" --show "examples/$3"
+}
 
 if [ "${1:-}" != "--dialogs" ]; then
     cmake/install-packages.sh --run
     cmake/build.sh release pageant-forge forge-listen
-    # shellcheck disable=SC2086 # two options with their paths
-    tests/in-namespace.sh tools/headless-run.sh artifacts/gallery $example
+    play gallery facade/facade.map facade/facade.sho 10
     cp artifacts/gallery/main-window.png artifacts/gallery/simulation.png "$gallery"
+    play gallery-all-effects facade/facade.map facade/all-effects.sho 35
+    cp artifacts/gallery-all-effects/simulation.png "$gallery/all-effects.png"
+    play gallery-ring ring/ring.map ring/ring.sho 31
+    cp artifacts/gallery-ring/simulation.png "$gallery/ring.png"
     tests/in-namespace.sh xvfb-run -a -s "-screen 0 1400x1000x24" "$0" --dialogs
     ls -l "$gallery"/*.png
     exit 0

@@ -16,7 +16,7 @@ class EditPreferencesDialogTest : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void theFormStandsAsStated();
+    void theFormIsWhole();
     void aRateIsHeldWithinItsRange_data();
     void aRateIsHeldWithinItsRange();
     void theButtonsAnswer_data();
@@ -43,7 +43,7 @@ void EditPreferencesDialogTest::initTestCase()
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
 }
 
-void EditPreferencesDialogTest::theFormStandsAsStated()
+void EditPreferencesDialogTest::theFormIsWhole()
 {
     const EditPreferencesDialog dialog(nullptr);
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Edit Preferences"));

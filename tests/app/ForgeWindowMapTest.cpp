@@ -27,6 +27,7 @@ private slots:
     void theQuestionAsItReads();
     void keptEffectsFindTheirGroupsInTheNewMap();
     void keptNestedTimelinesKeepTheirPlace();
+    void keptNestedEffectsFindTheirGroupsInTheNewMap();
     void clearedEffectsAreGone();
     void anUnreadableMapIsEmpty_data();
     void anUnreadableMapIsEmpty();
@@ -239,6 +240,31 @@ void ForgeWindowMapTest::keptNestedTimelinesKeepTheirPlace()
     QCOMPARE(m_bench->root()->end(), 5000U);
     QCOMPARE(m_bench->table()->item(0, MetaWidget::StartColumn)->data(Qt::EditRole).toDouble(),
              2.0);
+}
+
+void ForgeWindowMapTest::keptNestedEffectsFindTheirGroupsInTheNewMap()
+{
+    QString nested = WindowBench::effectXml(1, 10000);
+    for (int depth = 2; depth <= 3; ++depth) {
+        nested = QStringLiteral("<effect><type>Meta Effect</type><eid>%1</eid>"
+                                "<endfixedtime>10000</endfixedtime>%2</effect>")
+                     .arg(depth)
+                     .arg(nested);
+    }
+    const QString map = m_bench->map();
+    m_bench->open(map, m_bench->file("nested.sho", WindowBench::rootXml(nested)));
+    m_bench->dialogs.expectFile(map);
+    m_bench->dialogs.expectBox(QStringLiteral("No"));
+    m_bench->action("loadMapAction")->trigger();
+    m_bench->engine()->pause(true);
+    // The lights of the first map are gone; those of the second are painted.
+    QColor shown;
+    const Light* const light = m_bench->model()->light(0xA1);
+    connect(m_bench->engine(), &EffectEngine::propertiesCompiled, m_bench->window.get(),
+            [&shown, light] { shown = light->simColor(); });
+    m_bench->engine()->tick(m_bench->root()->startTime().addMSecs(100));
+    m_bench->engine()->pause(true);
+    QCOMPARE(shown, QColor(Qt::green));
 }
 
 void ForgeWindowMapTest::clearedEffectsAreGone()

@@ -16,7 +16,7 @@ class PlaybackWidgetTest : public QObject
     Q_OBJECT
 private slots:
     void initTestCase() { initForgeResources(); }
-    void theFormStandsAsStated();
+    void theFormIsWhole();
     void theSliderIsRelayed();
     void thePauseButtonIsRelayed();
     void settingTheValueIsRelayedToo();
@@ -42,7 +42,7 @@ private:
     }
 };
 
-void PlaybackWidgetTest::theFormStandsAsStated()
+void PlaybackWidgetTest::theFormIsWhole()
 {
     const PlaybackWidget widget;
     QCOMPARE(slider(widget)->orientation(), Qt::Horizontal);

@@ -55,7 +55,7 @@ struct Chase
     double transparency = 0.0;
 };
 
-/// The stated steps, one by one.
+/// The steps, one by one.
 Paint stepsOf(const Chase& chase, qint64 ms, int row)
 {
     int hue = 0;

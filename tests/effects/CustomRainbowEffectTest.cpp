@@ -72,7 +72,7 @@ quint32 cycleOf(const Entries& entries)
     return sum;
 }
 
-/// The stated steps, one by one.
+/// The steps, one by one.
 QVector<Paint> stepsOf(const Entries& entries, double offset, double transparency, qint64 ms,
                        int rows)
 {

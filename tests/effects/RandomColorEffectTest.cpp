@@ -77,7 +77,7 @@ quint32 narrowed(double v)
     return static_cast<quint32>(static_cast<qint64>(v));
 }
 
-/// The stated steps for settings that leave moduli above 0, one by one.
+/// The steps for settings that leave moduli above 0, one by one.
 QVector<Paint> stepsOf(const Setting& setting, qint64 ms, int rows)
 {
     const QVector<int> hues = huesOf(setting);

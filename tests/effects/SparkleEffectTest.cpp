@@ -124,7 +124,7 @@ QColor mixScreen(const QColor& a, const QColor& b, double t)
     return toDisplayQColor(interpolate(VelaColor(a), VelaColor(b), t));
 }
 
-/// The stated steps, one by one.
+/// The steps, one by one.
 class Steps
 {
 public:

@@ -70,7 +70,7 @@ struct Setting
     double timeConstant = 10.0;
 };
 
-/// The stated steps, one by one: the rows' colours.
+/// The steps, one by one: the rows' colours.
 class Steps
 {
 public:

@@ -22,6 +22,7 @@ private slots:
     void removingForgetsAndDoesNotDelete();
     void compileSetsTheTimelineUp();
     void compileAllAndStopAllReachTheChildren();
+    void compileAllReachesIntoNestedTimelines();
     void listsTheGroupsOfTheChildren();
     void deletingAShowFreesEveryEffectOnce();
     void activeFromBeginAndBeforeEnd();
@@ -216,6 +217,27 @@ void MetaEffectTest::compileAllAndStopAllReachTheChildren()
     root.stopAll();
     QVERIFY(!first.active() && !second.active());
     QVERIFY(root.active());
+}
+
+void MetaEffectTest::compileAllReachesIntoNestedTimelines()
+{
+    Timeline root;
+    MetaEffect nested(nullptr, 0, nullptr);
+    MetaEffect inner(nullptr, 0, nullptr);
+    ProbeEffect child(0, 10);
+    ProbeEffect grandchild(0, 10);
+    inner.addEffect(&grandchild);
+    nested.addEffect(&child);
+    nested.addEffect(&inner);
+    nested.appendEffect(&root); // a ring
+    root.addEffect(&nested);
+    inner.setBegin(500);
+    root.compileAll();
+    QVERIFY(nested.compiled());
+    QCOMPARE(child.compiles, 1);
+    QCOMPARE(grandchild.compiles, 1);
+    QCOMPARE(inner.begin(), 500U);
+    QVERIFY(!root.compiled());
 }
 
 void MetaEffectTest::listsTheGroupsOfTheChildren()

@@ -45,7 +45,7 @@ private slots:
     void nanIsNeverFound();
     void clearDropsAll();
     void holdsTenThousand();
-    void behavesAsTheStatedCache();
+    void behavesAsAPlainCache();
 };
 
 void DmxCacheTest::equalFieldsHaveEqualForms_data()
@@ -191,12 +191,12 @@ void DmxCacheTest::holdsTenThousand()
     QCOMPARE(*cache.find(yxy(1.0, 10000 / 20000.0, 0.3), 0), block(10000));
 }
 
-/// Against QCache with the stated key, over colours of all kinds that mostly share a hash.
-void DmxCacheTest::behavesAsTheStatedCache()
+/// Against QCache with the whole key, over colours of all kinds that mostly share a hash.
+void DmxCacheTest::behavesAsAPlainCache()
 {
     constexpr int kCost = 40;
     DmxCache cache(kCost);
-    QCache<DmxCacheKey, DmxCache::Block> stated(kCost);
+    QCache<DmxCacheKey, DmxCache::Block> plain(kCost);
     std::mt19937 random(5);
     const auto below = [&random](int limit) {
         return std::uniform_int_distribution<int>(0, limit - 1)(random);
@@ -220,15 +220,15 @@ void DmxCacheTest::behavesAsTheStatedCache()
         key.mode = below(2);
         const quint32 form = cache.formOf(key);
         const DmxCache::Block* const found = cache.find(key.color, form);
-        const DmxCache::Block* const expected = stated.object(key);
+        const DmxCache::Block* const expected = plain.object(key);
         QCOMPARE(found != nullptr, expected != nullptr);
         if (expected != nullptr) {
             QCOMPARE(*found, *expected);
         } else {
             cache.insert(key.color, form, block(step));
-            stated.insert(key, new DmxCache::Block(block(step)), 1);
+            plain.insert(key, new DmxCache::Block(block(step)), 1);
         }
-        QCOMPARE(cache.size(), stated.size());
+        QCOMPARE(cache.size(), plain.size());
     }
 }
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The rules of painting as they are stated, without any memory.
+/// The rules of painting, without any memory.
 struct PlainLight
 {
     VelaColor mix;

@@ -16,6 +16,7 @@
 #include <QtTest>
 
 #include <sys/stat.h>
+#include <utility>
 
 namespace {
 
@@ -140,15 +141,15 @@ void LightSimTest::declaresItsSignalAndSlotsInOrder()
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
         own.append(meta.method(i).methodSignature());
     }
-    const QList<QByteArray> stated = {"simStateChanged(bool)",
-                                      "updateLights()",
-                                      "zoomIn()",
-                                      "zoomOut()",
-                                      "zoomFit()",
-                                      "setRefreshCount(int)",
-                                      "hideEvent(QHideEvent*)",
-                                      "showEvent(QShowEvent*)"};
-    QCOMPARE(own, stated);
+    const QList<QByteArray> expected = {"simStateChanged(bool)",
+                                        "updateLights()",
+                                        "zoomIn()",
+                                        "zoomOut()",
+                                        "zoomFit()",
+                                        "setRefreshCount(int)",
+                                        "hideEvent(QHideEvent*)",
+                                        "showEvent(QShowEvent*)"};
+    QCOMPARE(own, expected);
     QCOMPARE(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Signal);
     QCOMPARE(meta.method(meta.methodOffset()).parameterNames(), QList<QByteArray>{"b"});
     QCOMPARE(meta.method(meta.methodOffset() + 1).methodType(), QMetaMethod::Slot);
@@ -184,6 +185,9 @@ void LightSimTest::extentsDependOnTheOrderOfLights()
         low.uid = uid;
         SimMapLight high(110.0, 310.0);
         high.uid = uid * 7919 + 12345;
+        if (uid % 2 == 0) { // whatever the hash's seed, both orders come up
+            std::swap(low.uid, high.uid);
+        }
         SimMap map({low, high});
         QVERIFY(map.isGood());
         const bool lowComesFirst = map.model()->lightsHash().values().front()->position().x < 105.0;

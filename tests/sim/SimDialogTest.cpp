@@ -10,7 +10,7 @@ class SimDialogTest : public QObject
 
 private slots:
     void isOneFrameThatFillsTheDialog();
-    void hasTheStatedForm();
+    void hasItsForm();
     void hasNoHelpButton();
     void hasNothingOfItsOwnToConnect();
 };
@@ -35,7 +35,7 @@ void SimDialogTest::isOneFrameThatFillsTheDialog()
     QCOMPARE(frame->geometry(), dialog.rect());
 }
 
-void SimDialogTest::hasTheStatedForm()
+void SimDialogTest::hasItsForm()
 {
     SimDialog dialog(nullptr);
     QCOMPARE(dialog.objectName(), QStringLiteral("SimDialog"));

@@ -102,7 +102,12 @@ void MapgenProgramTest::theExamplesAreWrittenWithTheirFolders()
     const Run run =
         mapgen({QStringLiteral("examples"), QStringLiteral("--out"), folder.filePath(QString())});
     QVERIFY2(run.code == 0, run.errors.constData());
-    for (const char* name : {"facade", "mixed"}) {
+    for (const char* file :
+         {"facade/all-effects.sho", "facade/hills.png", "facade/gull/gull-12.png",
+          "ring/rosette.png", "ring/wheel/wheel-1.png"}) {
+        QVERIFY2(QFileInfo(folder.filePath(QLatin1String(file))).size() > 0, file);
+    }
+    for (const char* name : {"facade", "mixed", "ring"}) {
         for (const char* suffix : {".map", ".png", ".sho"}) {
             const QString file =
                 QStringLiteral("%1/%1%2").arg(QLatin1String(name), QLatin1String(suffix));

@@ -22,29 +22,58 @@ bool writeFile(const QString& path, const std::function<bool(QIODevice*)>& write
     return false;
 }
 
-} // namespace
-
-bool writeExample(const Example& example, const QString& path, QString* error)
+bool writeShow(const ShowEffect& show, const QString& path, QString* error)
 {
-    ShowEffect resolved = example.show;
+    ShowEffect resolved = show;
     if (!resolveTimes(&resolved)) {
         *error = QStringLiteral("%1: Its links close on themselves or lead nowhere").arg(path);
         return false;
     }
+    const QByteArray text = ShowWriter::text(resolved).toUtf8();
+    return writeFile(
+        path, [&](QIODevice* device) { return device->write(text) == text.size(); }, error);
+}
+
+bool writePicture(const QImage& image, const QString& path, QString* error)
+{
+    return writeFile(
+        path, [&](QIODevice* device) { return image.save(device, "PNG"); }, error);
+}
+
+bool makeFolderOf(const QString& path, QString* error)
+{
     const QString folder = QFileInfo(path).path();
-    if (!QDir().mkpath(folder)) {
-        *error = QStringLiteral("%1: The folder can't be made").arg(folder);
+    if (QDir().mkpath(folder)) {
+        return true;
+    }
+    *error = QStringLiteral("%1: The folder can't be made").arg(folder);
+    return false;
+}
+
+} // namespace
+
+bool writeExample(const Example& example, const QString& path, QString* error)
+{
+    const MapWriter maps(example.keys);
+    if (!makeFolderOf(path, error) ||
+        !writeFile(
+            path + QStringLiteral(".map"),
+            [&](QIODevice* device) { return maps.write(example.map, device); }, error) ||
+        !writePicture(example.plan, path + QStringLiteral(".png"), error) ||
+        !writeShow(example.show, path + QStringLiteral(".sho"), error)) {
         return false;
     }
-    const MapWriter maps(example.keys);
-    const QByteArray show = ShowWriter::text(resolved).toUtf8();
-    return writeFile(
-               path + QStringLiteral(".map"),
-               [&](QIODevice* device) { return maps.write(example.map, device); }, error) &&
-           writeFile(
-               path + QStringLiteral(".png"),
-               [&](QIODevice* device) { return example.plan.save(device, "PNG"); }, error) &&
-           writeFile(
-               path + QStringLiteral(".sho"),
-               [&](QIODevice* device) { return device->write(show) == show.size(); }, error);
+    const QString folder = QFileInfo(path).path() + QLatin1Char('/');
+    for (const NamedShow& further : example.furtherShows) {
+        if (!writeShow(further.show, folder + further.name + QStringLiteral(".sho"), error)) {
+            return false;
+        }
+    }
+    for (const NamedPicture& picture : example.pictures) {
+        const QString file = folder + picture.path + QStringLiteral(".png");
+        if (!makeFolderOf(file, error) || !writePicture(picture.image, file, error)) {
+            return false;
+        }
+    }
+    return true;
 }

@@ -2,6 +2,7 @@
 
 #include "tools/mapgen/FacadeLayout.h"
 #include "tools/mapgen/FacadePlan.h"
+#include "tools/mapgen/FacadeRevue.h"
 #include "tools/mapgen/FacadeShow.h"
 #include "tools/mapgen/Patch.h"
 
@@ -84,20 +85,22 @@ FacadeGroups addGroups(Patch* patch, const Windows& windows)
                 windows, [](int, int f, int wanted) { return f == wanted; }, floor)));
     }
     groups.whole = patch->addGroup(kSync, QStringLiteral("Facade"), groups.floors);
-    patch->addGroup(kChase, QStringLiteral("Columns, left to right"), groups.columns);
-    patch->addGroup(kChase, QStringLiteral("Floors, bottom to top"), groups.floors);
+    groups.columnChase =
+        patch->addGroup(kChase, QStringLiteral("Columns, left to right"), groups.columns);
+    groups.floorChase =
+        patch->addGroup(kChase, QStringLiteral("Floors, bottom to top"), groups.floors);
 
     const QStringList bayNames = {QStringLiteral("West Wing"), QStringLiteral("Pavilion"),
                                   QStringLiteral("East Wing")};
-    QVector<quint64> bayChases;
     for (int bay = 0; bay < kBays; ++bay) {
         const QVector<quint64> columns =
             slice(groups.columns, firstColumn(bay), firstColumn(bay + 1));
         groups.bays.append(patch->addGroup(kSync, bayNames.at(bay), columns));
-        bayChases.append(patch->addGroup(
+        groups.bayChases.append(patch->addGroup(
             kChase, bayNames.at(bay) + QStringLiteral(", column by column"), columns));
     }
-    patch->addGroup(kChase, QStringLiteral("Columns, bay by bay"), bayChases); // chases nested
+    groups.bayChase = patch->addGroup(kChase, QStringLiteral("Columns, bay by bay"),
+                                      groups.bayChases); // chases nested
 
     const QStringList tierNames = {QStringLiteral("Lower Tier"), QStringLiteral("Middle Tier"),
                                    QStringLiteral("Upper Tier")};
@@ -112,7 +115,7 @@ FacadeGroups addGroups(Patch* patch, const Windows& windows)
             windowsWhere(
                 windows, [](int c, int f, int wanted) { return ring(c, f) == wanted; }, i)));
     }
-    patch->addGroup(kChase, QStringLiteral("Rings, outward"), groups.rings);
+    groups.ringChase = patch->addGroup(kChase, QStringLiteral("Rings, outward"), groups.rings);
 
     QVector<quint64> climbs;
     for (int column = 0; column < kColumns; ++column) {
@@ -137,5 +140,8 @@ Example facadeExample()
     example.map = patch.installation();
     example.plan = facadePlan();
     example.show = facadeShow(groups);
+    example.furtherShows.push_back({QStringLiteral("all-effects"), facadeRevue(groups)});
+    example.pictures.append({QStringLiteral("hills"), Artwork::hills()});
+    example.pictures += Artwork::gull(QStringLiteral("gull"));
     return example;
 }

@@ -1,6 +1,7 @@
 #include "tools/mapgen/BridgeExample.h"
 #include "tools/mapgen/FacadeExample.h"
 #include "tools/mapgen/GridExample.h"
+#include "tools/mapgen/RingExample.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -19,7 +20,7 @@ int fail(int code, const QString& text)
 
 int writeExamples(const QString& folder)
 {
-    for (const Example& example : {facadeExample(), bridgeExample()}) {
+    for (const Example& example : {facadeExample(), bridgeExample(), ringExample()}) {
         QString error;
         if (!writeExample(example, QStringLiteral("%1/%2/%2").arg(folder, example.name), &error)) {
             return fail(1, error);
