@@ -197,12 +197,14 @@ void FlashEffect::updateLights()
     const auto paint = [&](QRgb rgb, int first, int count) {
         const double alpha = transparent.matches(rgb) ? 0.0 : visible;
         prefetchBehind(m_lights, m_lightCount, first + count);
-        VelaColor color(rgb);
-        QColor screen(rgb);
-        if (alpha != 1.0) { // both are opaque as they are made
-            color.setAlphaF(alpha);
-            screen.setAlphaF(alpha);
+        if (alpha == 1.0) {
+            Light::mixPixelRow(m_lights + first, count, rgb, layer);
+            return;
         }
+        VelaColor color(rgb);
+        color.setAlphaF(alpha);
+        QColor screen(rgb);
+        screen.setAlphaF(alpha);
         Light::mixRow(m_lights + first, count, color, screen, layer);
     };
     if (view.before != nullptr && view.after != nullptr) {

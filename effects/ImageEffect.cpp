@@ -136,15 +136,17 @@ void ImageEffect::updateLights()
             Light::mixRow(lights, count, outside, outsideScreen, layer);
             return;
         }
-        VelaColor color(sample.rgb);
-        QColor screen(sample.rgb);
-        if (sample.alpha != 1.0 || isFading) { // both are opaque as they are made
-            color.setAlphaF(sample.alpha);
-            if (isFading) {
-                color.setAlphaF(color.alphaF() * visible);
-            }
-            screen.setAlphaF(color.alphaF());
+        if (sample.alpha == 1.0 && !isFading) {
+            Light::mixPixelRow(lights, count, sample.rgb, layer);
+            return;
         }
+        VelaColor color(sample.rgb);
+        color.setAlphaF(sample.alpha);
+        if (isFading) {
+            color.setAlphaF(color.alphaF() * visible);
+        }
+        QColor screen(sample.rgb);
+        screen.setAlphaF(color.alphaF());
         Light::mixRow(lights, count, color, screen, layer);
     };
     const auto placeX = [&](int i) {
