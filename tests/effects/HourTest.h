@@ -1,0 +1,335 @@
+#pragma once
+
+#include "effects/RegisterEffects.h"
+#include "engine/EffectFactory.h"
+#include "engine/MetaEffect.h"
+#include "map/Light.h"
+#include "map/MapModel.h"
+#include "resources/Resources.h"
+#include "tests/engine/TestShow.h"
+
+#include <QDir>
+#include <QImage>
+#include <QSet>
+
+#ifndef __SANITIZE_ADDRESS__
+#include <malloc.h>
+#endif
+
+namespace HourStage {
+
+constexpr qint64 kHourMs = 3600000;
+constexpr qint64 kFadeOutMs = 900; // of every effect
+constexpr quint64 kChase = 0x100;  // eight rows of two lights
+constexpr quint64 kOneRow = 0x101; // the same lights, one row
+constexpr quint64 kSparks = 0x102; // eight more lights
+constexpr int kSteadyLights = 16;  // whose colours chance has no part in
+constexpr int kLights = 24;
+constexpr quint64 kOwn = 0x300; // and up: a chase of three lights more for each type
+constexpr int kTypes = EffectFactory::kTypeCount;
+constexpr int kOwnLights = 3 * kTypes;
+
+/// Counts what would be sent.
+class CountingSocket : public TestShow::SilentSocket
+{
+public:
+    bool sendToAddress(const QHostAddress& address, const char* data, int length) override
+    {
+        ++count;
+        return SilentSocket::sendToAddress(address, data, length);
+    }
+    qint64 count = 0;
+};
+
+/// Counts the warnings that are logged, by their text.
+class WarningLog
+{
+public:
+    WarningLog()
+    {
+        s_texts.clear();
+        m_before = qInstallMessageHandler(take);
+    }
+    ~WarningLog() { qInstallMessageHandler(m_before); }
+    WarningLog(const WarningLog&) = delete;
+    WarningLog& operator=(const WarningLog&) = delete;
+    QStringList texts() const { return s_texts.values(); }
+
+private:
+    static void take(QtMsgType type, const QMessageLogContext& context, const QString& text)
+    {
+        Q_UNUSED(context)
+        if (type != QtDebugMsg && !s_texts.contains(text)) {
+            s_texts.insert(text);
+        }
+    }
+    static inline QSet<QString> s_texts;
+    QtMessageHandler m_before = nullptr;
+};
+
+inline QString key(const char* name, const QString& value)
+{
+    return QStringLiteral("<%1>%2</%1>\n").arg(QLatin1String(name), value);
+}
+
+inline QString key(const char* name, double value)
+{
+    return key(name, QString::number(value, 'g', 15));
+}
+
+inline quint64 ownLight(int typeNumber, int place)
+{
+    return static_cast<quint64>(kLights + 3 * typeNumber + place + 1);
+}
+
+#ifdef __SANITIZE_ADDRESS__
+// The sanitizer's own name; its header may be absent. NOLINTNEXTLINE(bugprone-reserved-identifier)
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
+#endif
+
+inline qint64 heapInUse()
+{
+#ifdef __SANITIZE_ADDRESS__ // has an allocator of its own
+    return static_cast<qint64>(__sanitizer_get_current_allocated_bytes());
+#else
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<qint64>(info.uordblks + info.hblkhd);
+#endif
+}
+
+inline int effectsIn(const MetaEffect& timeline)
+{
+    int count = 0;
+    for (const Effect* const effect : timeline.effectList()) {
+        const auto* const nested = qobject_cast<const MetaEffect*>(effect);
+        count += 1 + (nested != nullptr ? effectsIn(*nested) : 0);
+    }
+    return count;
+}
+
+/// What the process, a map and its show hold: none of it may become more while the show runs.
+struct Footprint
+{
+    Footprint(const MapModel& model, const MetaEffect& root)
+        : objects({effectsIn(root), model.lightsHash().size(), model.groupsHash().size(),
+                   model.controllersHash().size()})
+        , files(QDir(QStringLiteral("/proc/self/fd")).entryList().size())
+        , heap(heapInUse())
+    {}
+    /// Empty if nothing has grown since `before`.
+    QString growthSince(const Footprint& before) const
+    {
+        // A frame that kept the smallest block would come to hundreds of thousands of bytes.
+        constexpr qint64 kNoise = 4096;
+        QStringList grown;
+        if (objects != before.objects) {
+            grown << QStringLiteral("effects, lights, groups or controllers");
+        }
+        if (files != before.files) {
+            grown << QStringLiteral("%1 files open, not %2").arg(files).arg(before.files);
+        }
+        if (heap - before.heap >= kNoise) {
+            grown << QStringLiteral("%1 bytes").arg(heap - before.heap);
+        }
+        return grown.join(QStringLiteral(", "));
+    }
+
+    QVector<int> objects;
+    int files;
+    qint64 heap;
+};
+
+} // namespace HourStage
+
+/// What plays an hour of a show over synthetic times, on a map of its own.
+class HourTest : public QObject
+{
+protected:
+    struct Span
+    {
+        int from;
+        int to;
+    };
+    void makeFiles();
+    void load(const QString& map);
+    void loadOwnMap();
+    void open(const QString& text);
+    void start();
+    void frame(qint64 ms);
+    void close();
+    static QString element(const char* type, quint64 gid, int priority, Span span,
+                           const QString& keys);
+    QString longShow() const;
+
+    QTemporaryDir m_dir;
+    HourStage::CountingSocket* m_socket = nullptr; // the model's
+    std::unique_ptr<MapModel> m_model;
+    MetaEffect* m_root = nullptr;
+    uint m_frame = 0;
+};
+
+inline void HourTest::makeFiles()
+{
+    using namespace HourStage;
+    initForgeResources();
+    registerEffects();
+    QVERIFY(m_dir.isValid());
+    QVERIFY(QDir::setCurrent(QStringLiteral(FORGE_SOURCE_DIR))); // the examples' paths start there
+    QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("film")));
+    for (int i = 0; i < 6; ++i) {
+        QImage image(16, 9, QImage::Format_RGB32);
+        image.fill(qRgb(40 * i, 255 - 40 * i, 90));
+        image.setPixel(8, 4, qRgb(255, 255, 255));
+        QVERIFY(image.save(m_dir.filePath(QStringLiteral("film/%1.png").arg(i))));
+    }
+    // The head of a picture of 100 million pixels, and no pixels.
+    QFile huge(m_dir.filePath(QStringLiteral("huge.bmp")));
+    QVERIFY(huge.open(QIODevice::WriteOnly));
+    huge.write(QByteArray::fromHex("424d3600000000000000360000002800000010270000102700000100180000"
+                                   "000000000000000000000000000000000000000000"));
+    huge.close();
+    QString text = QStringLiteral("<map><controller><type>2</type><self>C0</self>"
+                                  "<ipaddress>127.0.0.1</ipaddress><version>2</version>"
+                                  "<missing>0</missing><portlist><port><portnum>1</portnum></port>"
+                                  "</portlist>");
+    for (int uid = 1; uid <= kLights + kOwnLights; ++uid) {
+        text += QStringLiteral("<light>%1</light>").arg(QString::number(uid, 16));
+    }
+    text += QStringLiteral("</controller>");
+    QVector<quint64> rows;
+    QVector<quint64> steady;
+    QVector<quint64> sparks;
+    for (int i = 0; i < kLights + kOwnLights; ++i) {
+        const quint64 uid = static_cast<quint64>(i) + 1;
+        text += QStringLiteral("<light><self>%1</self><controller>C0</controller><pn>0</pn>"
+                               "<ch>%2</ch><x>%3</x><y>%4</y></light>")
+                    .arg(QString::number(uid, 16))
+                    .arg(3 * i)
+                    .arg(i % 8 * 30)
+                    .arg(i / 8 * 50 + i % 8);
+        text += TestShow::group(uid, 3, {uid});
+        if (i < kLights) {
+            (i < kSteadyLights ? steady : sparks).append(uid);
+        }
+    }
+    for (int number = 0; number < kTypes; ++number) {
+        const quint64 first = ownLight(number, 0);
+        text +=
+            TestShow::group(kOwn + static_cast<quint64>(number), 1, {first, first + 1, first + 2});
+    }
+    for (int row = 0; row < kSteadyLights / 2; ++row) {
+        const quint64 first = 2 * static_cast<quint64>(row) + 1;
+        const quint64 uid = 0x200 + static_cast<quint64>(row);
+        text += TestShow::group(uid, 2, {first, first + 1});
+        rows.append(uid);
+    }
+    text += TestShow::group(kChase, 1, rows) + TestShow::group(kOneRow, 2, steady) +
+            TestShow::group(kSparks, 1, sparks) + QStringLiteral("</map>");
+    QFile file(m_dir.filePath(QStringLiteral("hour.map")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(text.toUtf8()), qint64(text.toUtf8().size()));
+}
+
+inline void HourTest::loadOwnMap()
+{
+    using namespace HourStage;
+    load(m_dir.filePath(QStringLiteral("hour.map")));
+    QCOMPARE(m_model->lightsHash().size(), kLights + kOwnLights);
+}
+
+inline void HourTest::load(const QString& map)
+{
+    using namespace HourStage;
+    auto socket = std::make_unique<CountingSocket>();
+    m_socket = socket.get();
+    m_model = std::make_unique<MapModel>(std::move(socket));
+    QVERIFY(m_model->load(map));
+}
+
+inline void HourTest::close()
+{
+    if (m_root != nullptr) {
+        m_root->deleteShow();
+        m_root = nullptr;
+    }
+    m_model.reset();
+}
+
+inline QString HourTest::element(const char* type, quint64 gid, int priority, Span span,
+                                 const QString& keys)
+{
+    using namespace HourStage;
+    return QStringLiteral("<effect>\n") + key("type", QLatin1String(type)) +
+           key("gid", QString::number(gid)) + key("priority", priority) + key("begin", span.from) +
+           key("end", span.to) + key("fadein", 700) + key("fadeout", int(kFadeOutMs)) +
+           key("startfixedtime", span.from) + key("endfixedtime", span.to - span.from) + keys +
+           QStringLiteral("</effect>\n");
+}
+
+/// Every type on for the whole hour, each over lights of its own. A selection paints all lights,
+/// below the others.
+inline QString HourTest::longShow() const
+{
+    using namespace HourStage;
+    QString text = QStringLiteral("<effect>\n") + key("type", QStringLiteral("Meta Effect")) +
+                   key("loop", 0) + key("end", int(kHourMs));
+    const Span hour = {0, int(kHourMs)};
+    const QString black = QStringLiteral("aRgb;1;0;#ffff000000000000");
+    const QString color = key("color", QStringLiteral("aRgb;1;0;#ffff000080800000"));
+    for (int number = 0; number < kTypes; ++number) {
+        const quint64 gid = kOwn + static_cast<quint64>(number);
+        const QString type = EffectFactory::typeName(number);
+        QString keys;
+        if (type == QLatin1String("Animation")) {
+            keys = key("animationdir", m_dir.filePath(QStringLiteral("film"))) + key("preload", 1);
+        } else if (type == QLatin1String("Image Scroll")) {
+            keys = key("imagefile", m_dir.filePath(QStringLiteral("film/3.png"))) +
+                   key("startx", 4) + key("starty", 4) + key("endx", 9) + key("endy", 4);
+        } else if (type == QLatin1String("XYBurst")) {
+            keys = key("rainbowdir", 1); // its hue grows without a limit
+        } else if (type == QLatin1String("Custom Rainbow")) {
+            keys = key("color_0", QStringLiteral("aYxy;1;0;65535;0.8;0.3805;0.3768")) +
+                   key("color_1", QStringLiteral("aYxy;1;0;65535;0.3;0.31;0.33"));
+        } else if (type == QLatin1String("Meta Effect")) {
+            keys = element("Fixed Color", gid, 0, hour, color);
+        } else if (type == QLatin1String("Text")) {
+            keys = key("bgcolor", QStringLiteral("#203040"));
+        } else if (type == QLatin1String("Selection")) {
+            keys = key("bgcolor", black);
+        }
+        const int priority = type == QLatin1String("Selection") ? 0 : number + 1;
+        text += element(qPrintable(type), gid, priority, hour, keys);
+    }
+    return text + QStringLiteral("</effect>\n");
+}
+
+inline void HourTest::open(const QString& text)
+{
+    m_root = EffectFactory::parseShow(text, m_model.get());
+    QVERIFY(m_root != nullptr);
+    start();
+}
+
+inline void HourTest::start()
+{
+    using namespace HourStage;
+    QSet<int> types = {m_root->typeId()};
+    for (const Effect* const effect : m_root->effectList()) {
+        types.insert(effect->typeId());
+    }
+    QCOMPARE(types.size(), kTypes);
+    m_frame = 0;
+    m_root->tick(TestShow::kStartMs, m_frame++);
+    m_root->setActive(true);
+    m_root->compile();
+    m_root->updateEffectTimes();
+    m_root->restartFromLast();
+    m_root->stopAll(); // a timeline is born active, at the wall clock's time: it enters as the rest
+    m_model->updateLights();
+}
+
+/// Paints the frame at `ms`; the lights keep its colours until they are served.
+inline void HourTest::frame(qint64 ms)
+{
+    m_root->tick(TestShow::kStartMs + ms, m_frame++);
+}
