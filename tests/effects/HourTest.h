@@ -47,23 +47,27 @@ class WarningLog
 public:
     WarningLog()
     {
-        s_texts.clear();
+        seen().clear();
         m_before = qInstallMessageHandler(take);
     }
     ~WarningLog() { qInstallMessageHandler(m_before); }
     WarningLog(const WarningLog&) = delete;
     WarningLog& operator=(const WarningLog&) = delete;
-    QStringList texts() const { return s_texts.values(); }
+    QStringList texts() const { return seen().values(); }
 
 private:
     static void take(QtMsgType type, const QMessageLogContext& context, const QString& text)
     {
         Q_UNUSED(context)
-        if (type != QtDebugMsg && !s_texts.contains(text)) {
-            s_texts.insert(text);
+        if (type != QtDebugMsg && !seen().contains(text)) {
+            seen().insert(text);
         }
     }
-    static inline QSet<QString> s_texts;
+    static QSet<QString>& seen()
+    {
+        static QSet<QString> texts;
+        return texts;
+    }
     QtMessageHandler m_before = nullptr;
 };
 
@@ -79,7 +83,8 @@ inline QString key(const char* name, double value)
 
 inline quint64 ownLight(int typeNumber, int place)
 {
-    return static_cast<quint64>(kLights + 3 * typeNumber + place + 1);
+    const int uid = kLights + 3 * typeNumber + place + 1;
+    return static_cast<quint64>(uid);
 }
 
 #ifdef __SANITIZE_ADDRESS__
@@ -93,7 +98,7 @@ inline qint64 heapInUse()
     return static_cast<qint64>(__sanitizer_get_current_allocated_bytes());
 #else
     const struct mallinfo2 info = mallinfo2();
-    return static_cast<qint64>(info.uordblks + info.hblkhd);
+    return static_cast<qint64>(info.uordblks) + static_cast<qint64>(info.hblkhd);
 #endif
 }
 
@@ -161,11 +166,11 @@ protected:
                            const QString& keys);
     QString longShow() const;
 
-    QTemporaryDir m_dir;
-    HourStage::CountingSocket* m_socket = nullptr; // the model's
-    std::unique_ptr<MapModel> m_model;
-    MetaEffect* m_root = nullptr;
-    uint m_frame = 0;
+    QTemporaryDir folder;
+    HourStage::CountingSocket* socket = nullptr; // the model's
+    std::unique_ptr<MapModel> model;
+    MetaEffect* root = nullptr;
+    uint frameNumber = 0;
 };
 
 inline void HourTest::makeFiles()
@@ -173,17 +178,17 @@ inline void HourTest::makeFiles()
     using namespace HourStage;
     initForgeResources();
     registerEffects();
-    QVERIFY(m_dir.isValid());
+    QVERIFY(folder.isValid());
     QVERIFY(QDir::setCurrent(QStringLiteral(FORGE_SOURCE_DIR))); // the examples' paths start there
-    QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("film")));
+    QVERIFY(QDir(folder.path()).mkpath(QStringLiteral("film")));
     for (int i = 0; i < 6; ++i) {
         QImage image(16, 9, QImage::Format_RGB32);
         image.fill(qRgb(40 * i, 255 - 40 * i, 90));
         image.setPixel(8, 4, qRgb(255, 255, 255));
-        QVERIFY(image.save(m_dir.filePath(QStringLiteral("film/%1.png").arg(i))));
+        QVERIFY(image.save(folder.filePath(QStringLiteral("film/%1.png").arg(i))));
     }
     // The head of a picture of 100 million pixels, and no pixels.
-    QFile huge(m_dir.filePath(QStringLiteral("huge.bmp")));
+    QFile huge(folder.filePath(QStringLiteral("huge.bmp")));
     QVERIFY(huge.open(QIODevice::WriteOnly));
     huge.write(QByteArray::fromHex("424d3600000000000000360000002800000010270000102700000100180000"
                                    "000000000000000000000000000000000000000000"));
@@ -225,7 +230,7 @@ inline void HourTest::makeFiles()
     }
     text += TestShow::group(kChase, 1, rows) + TestShow::group(kOneRow, 2, steady) +
             TestShow::group(kSparks, 1, sparks) + QStringLiteral("</map>");
-    QFile file(m_dir.filePath(QStringLiteral("hour.map")));
+    QFile file(folder.filePath(QStringLiteral("hour.map")));
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(text.toUtf8()), qint64(text.toUtf8().size()));
 }
@@ -233,26 +238,26 @@ inline void HourTest::makeFiles()
 inline void HourTest::loadOwnMap()
 {
     using namespace HourStage;
-    load(m_dir.filePath(QStringLiteral("hour.map")));
-    QCOMPARE(m_model->lightsHash().size(), kLights + kOwnLights);
+    load(folder.filePath(QStringLiteral("hour.map")));
+    QCOMPARE(model->lightsHash().size(), kLights + kOwnLights);
 }
 
 inline void HourTest::load(const QString& map)
 {
     using namespace HourStage;
-    auto socket = std::make_unique<CountingSocket>();
-    m_socket = socket.get();
-    m_model = std::make_unique<MapModel>(std::move(socket));
-    QVERIFY(m_model->load(map));
+    auto counting = std::make_unique<CountingSocket>();
+    socket = counting.get();
+    model = std::make_unique<MapModel>(std::move(counting));
+    QVERIFY(model->load(map));
 }
 
 inline void HourTest::close()
 {
-    if (m_root != nullptr) {
-        m_root->deleteShow();
-        m_root = nullptr;
+    if (root != nullptr) {
+        root->deleteShow();
+        root = nullptr;
     }
-    m_model.reset();
+    model.reset();
 }
 
 inline QString HourTest::element(const char* type, quint64 gid, int priority, Span span,
@@ -281,9 +286,9 @@ inline QString HourTest::longShow() const
         const QString type = EffectFactory::typeName(number);
         QString keys;
         if (type == QLatin1String("Animation")) {
-            keys = key("animationdir", m_dir.filePath(QStringLiteral("film"))) + key("preload", 1);
+            keys = key("animationdir", folder.filePath(QStringLiteral("film"))) + key("preload", 1);
         } else if (type == QLatin1String("Image Scroll")) {
-            keys = key("imagefile", m_dir.filePath(QStringLiteral("film/3.png"))) +
+            keys = key("imagefile", folder.filePath(QStringLiteral("film/3.png"))) +
                    key("startx", 4) + key("starty", 4) + key("endx", 9) + key("endy", 4);
         } else if (type == QLatin1String("XYBurst")) {
             keys = key("rainbowdir", 1); // its hue grows without a limit
@@ -305,31 +310,31 @@ inline QString HourTest::longShow() const
 
 inline void HourTest::open(const QString& text)
 {
-    m_root = EffectFactory::parseShow(text, m_model.get());
-    QVERIFY(m_root != nullptr);
+    root = EffectFactory::parseShow(text, model.get());
+    QVERIFY(root != nullptr);
     start();
 }
 
 inline void HourTest::start()
 {
     using namespace HourStage;
-    QSet<int> types = {m_root->typeId()};
-    for (const Effect* const effect : m_root->effectList()) {
+    QSet<int> types = {root->typeId()};
+    for (const Effect* const effect : root->effectList()) {
         types.insert(effect->typeId());
     }
     QCOMPARE(types.size(), kTypes);
-    m_frame = 0;
-    m_root->tick(TestShow::kStartMs, m_frame++);
-    m_root->setActive(true);
-    m_root->compile();
-    m_root->updateEffectTimes();
-    m_root->restartFromLast();
-    m_root->stopAll(); // a timeline is born active, at the wall clock's time: it enters as the rest
-    m_model->updateLights();
+    frameNumber = 0;
+    root->tick(TestShow::kStartMs, frameNumber++);
+    root->setActive(true);
+    root->compile();
+    root->updateEffectTimes();
+    root->restartFromLast();
+    root->stopAll(); // a timeline is born active, at the wall clock's time: it enters as the rest
+    model->updateLights();
 }
 
 /// Paints the frame at `ms`; the lights keep its colours until they are served.
 inline void HourTest::frame(qint64 ms)
 {
-    m_root->tick(TestShow::kStartMs + ms, m_frame++);
+    root->tick(TestShow::kStartMs + ms, frameNumber++);
 }

@@ -61,8 +61,8 @@ QString LongRunTest::repeatingShow() const
     const QString yxy = QStringLiteral("aYxy;1;0;65535;0.8;0.3805;0.3768");
     const QString red = QStringLiteral("aRgb;1;0;#ffffc8001e000a00");
     const QString half = QStringLiteral("aRgb;1;0;#80000a00dc005a00");
-    const QString film = key("animationdir", m_dir.filePath(QStringLiteral("film")));
-    const QString picture = key("imagefile", m_dir.filePath(QStringLiteral("film/3.png")));
+    const QString film = key("animationdir", folder.filePath(QStringLiteral("film")));
+    const QString picture = key("imagefile", folder.filePath(QStringLiteral("film/3.png")));
     const QString ground = key("fgcolor", red) + key("bgcolor", half);
     const QString inner = key("brightness", 0.9) +
                           element("Fixed Color", kChase, 0, {0, 4000}, key("color", half)) +
@@ -106,7 +106,7 @@ QByteArray LongRunTest::colors() const
 {
     QByteArray all;
     for (int i = 0; i < kLights; ++i) {
-        const Light* const light = m_model->light(static_cast<quint64>(i) + 1);
+        const Light* const light = model->light(static_cast<quint64>(i) + 1);
         const VelaColor& mix = light->mixValue();
         const QColor& sim = light->simColor();
         const bool isSane = mix.isValid() && mix.alphaF() > 0.0 && sim.isValid();
@@ -130,7 +130,7 @@ void LongRunTest::anHourOfRepeatsPaintsTheSameAndTakesNoMemory()
     constexpr int kSample = 79; // of every so many frames of a run, prime to its length
     const WarningLog log;
     open(repeatingShow());
-    const qint64 sentBefore = m_socket->count;
+    const qint64 sentBefore = socket->count;
 
     QVector<QByteArray> second; // the second run: the first begins from nothing
     second.reserve(kRun / kSample + 1);
@@ -155,16 +155,16 @@ void LongRunTest::anHourOfRepeatsPaintsTheSameAndTakesNoMemory()
                                              QString::fromLatin1(second.at(place / kSample)))));
             }
         }
-        m_model->updateLights();
+        model->updateLights();
         if (i == 3 * kRun) {
-            early = std::make_unique<Footprint>(*m_model, *m_root);
+            early = std::make_unique<Footprint>(*model, *root);
         }
     }
     // The samples differ among themselves, so that their agreement says something.
     QVERIFY2(looks.size() > second.size() * 3 / 4, qPrintable(QString::number(looks.size())));
-    QCOMPARE(m_socket->count - sentBefore, qint64(kFrames));
+    QCOMPARE(socket->count - sentBefore, qint64(kFrames));
     QCOMPARE(log.texts(), QStringList());
-    QCOMPARE(Footprint(*m_model, *m_root).growthSince(*early), QString());
+    QCOMPARE(Footprint(*model, *root).growthSince(*early), QString());
 }
 
 void LongRunTest::anHourInOneGoStaysInItsBounds()
@@ -174,7 +174,7 @@ void LongRunTest::anHourInOneGoStaysInItsBounds()
     constexpr int kStepMs = 250;
     const WarningLog log;
     open(longShow());
-    for (Effect* const effect : m_root->effectList()) {
+    for (Effect* const effect : root->effectList()) {
         QCOMPARE(int(effect->end()), int(kHourMs));
     }
     QSet<int> shown; // the types that have given light
@@ -184,7 +184,7 @@ void LongRunTest::anHourInOneGoStaysInItsBounds()
         const bool isFadingOut = ms > kHourMs - kFadeOutMs;
         for (int number = 0; number < kTypes; ++number) {
             for (int place = 0; place < 3; ++place) {
-                const VelaColor& mix = m_model->light(ownLight(number, place))->mixValue();
+                const VelaColor& mix = model->light(ownLight(number, place))->mixValue();
                 const QByteArray where = EffectFactory::typeName(number).toLatin1() + " at " +
                                          QByteArray::number(ms) + ": " + mix.toString().toLatin1();
                 const bool refused = hueIsRefused(number, ms);
@@ -202,13 +202,13 @@ void LongRunTest::anHourInOneGoStaysInItsBounds()
                 }
             }
         }
-        m_model->updateLights();
+        model->updateLights();
         if (ms == kHourMs / 2) { // the hues that are refused have been logged by now
-            early = std::make_unique<Footprint>(*m_model, *m_root);
+            early = std::make_unique<Footprint>(*model, *root);
         }
     }
-    QCOMPARE(Footprint(*m_model, *m_root).growthSince(*early), QString());
-    for (const Effect* const effect : m_root->effectList()) {
+    QCOMPARE(Footprint(*model, *root).growthSince(*early), QString());
+    for (const Effect* const effect : root->effectList()) {
         QVERIFY2(effect->active(), qPrintable(effect->type()));
     }
     QStringList dark;
@@ -232,12 +232,11 @@ void LongRunTest::anHourOfTheExampleRepeatsAndTakesNoMemory()
     constexpr int kSample = 37;
     load(QStringLiteral("examples/facade/facade.map"));
     const WarningLog log;
-    m_root =
-        EffectFactory::loadShow(QStringLiteral("examples/facade/all-effects.sho"), m_model.get());
-    QVERIFY(m_root != nullptr);
+    root = EffectFactory::loadShow(QStringLiteral("examples/facade/all-effects.sho"), model.get());
+    QVERIFY(root != nullptr);
     start();
-    QCOMPARE(int(m_root->end()), 92000);
-    const QList<Light*> lights = m_model->lightsHash().values();
+    QCOMPARE(int(root->end()), 92000);
+    const QList<Light*> lights = model->lightsHash().values();
     QCOMPARE(lights.size(), 504);
 
     QVector<QByteArray> second;
@@ -262,55 +261,55 @@ void LongRunTest::anHourOfTheExampleRepeatsAndTakesNoMemory()
                          qPrintable(QStringLiteral("frame %1 of run %2").arg(place).arg(run)));
             }
         }
-        m_model->updateLights();
+        model->updateLights();
         if (i == 3 * kRun) {
-            early = std::make_unique<Footprint>(*m_model, *m_root);
+            early = std::make_unique<Footprint>(*model, *root);
         }
     }
     QVERIFY2(looks.size() > second.size() * 9 / 10, qPrintable(QString::number(looks.size())));
     QCOMPARE(log.texts(), QStringList());
-    QCOMPARE(Footprint(*m_model, *m_root).growthSince(*early), QString());
+    QCOMPARE(Footprint(*model, *root).growthSince(*early), QString());
 }
 
 void LongRunTest::theTextSurvivesFilesAndPlaying()
 {
     open(repeatingShow());
-    const QString first = TestShow::textOf(*m_root);
+    const QString first = TestShow::textOf(*root);
     QVERIFY(first.contains(QStringLiteral("<type>Image Scroll</type>")));
     // Compiling sets a timeline to 0 and to the end of what it holds; as a part of another one it
     // has the place of its own keys.
-    for (const Effect* const effect : m_root->effectList()) {
+    for (const Effect* const effect : root->effectList()) {
         if (effect->typeId() == EffectFactory::kMetaEffect) {
             QCOMPARE(int(effect->begin()), 104000);
             QCOMPARE(int(effect->end()), 119000);
         }
     }
-    const QString path = m_dir.filePath(QStringLiteral("hour.sho"));
+    const QString path = folder.filePath(QStringLiteral("hour.sho"));
     for (int round = 0; round < 3; ++round) {
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Text));
         QTextStream out(&file);
-        m_root->save(out);
+        root->save(out);
         out.flush();
         file.close();
-        m_root->deleteShow();
-        m_root = EffectFactory::loadShow(path, m_model.get());
-        QVERIFY(m_root != nullptr);
-        m_root->updateEffectTimes(); // as the program does where a timeline lies in another
-        QCOMPARE(TestShow::textOf(*m_root), first);
+        root->deleteShow();
+        root = EffectFactory::loadShow(path, model.get());
+        QVERIFY(root != nullptr);
+        root->updateEffectTimes(); // as the program does where a timeline lies in another
+        QCOMPARE(TestShow::textOf(*root), first);
     }
 
     // Playing leaves nothing behind but the transparency that the frame gave.
-    m_root->tick(TestShow::kStartMs, 0);
-    m_root->setActive(true);
-    m_root->compile();
-    m_root->updateEffectTimes();
-    m_root->restartFromLast();
+    root->tick(TestShow::kStartMs, 0);
+    root->setActive(true);
+    root->compile();
+    root->updateEffectTimes();
+    root->restartFromLast();
     for (qint64 ms = 100; ms <= 130000; ms += 100) {
         frame(ms);
-        m_model->updateLights();
+        model->updateLights();
     }
-    QCOMPARE(withoutTransparency(TestShow::textOf(*m_root)), withoutTransparency(first));
+    QCOMPARE(withoutTransparency(TestShow::textOf(*root)), withoutTransparency(first));
 }
 
 QTEST_GUILESS_MAIN(LongRunTest)

@@ -139,12 +139,12 @@ private:
 
 quint64 lightUid(int light)
 {
-    return static_cast<quint64>(0x1000 + light);
+    return 0x1000 + static_cast<quint64>(light);
 }
 
 quint64 groupUid(int part)
 {
-    return static_cast<quint64>(0x8000 + part);
+    return 0x8000 + static_cast<quint64>(part);
 }
 
 QByteArray mapText()
@@ -323,7 +323,7 @@ QByteArray AllEffectsTest::showText() const
     show += effect("Custom Rainbow", List, key("groupoffset", kListOffsetMs / 1000.0) + entries);
     show += effect("Animation", Film,
                    key("animationdir", m_dir->filePath(QStringLiteral("film"))) +
-                       key("preload", 1) + key("fps", 1000 / kFilmStepMs) + key("smooth", 0));
+                       key("preload", 1) + key("fps", kFilmRate) + key("smooth", 0));
     show += effect("Random Color", Random,
                    key("startcolor", rgb({0, 255, 0})) + key("time", kRandomMs / 1000.0) +
                        key("fadetime", 0) + key("cyclecount", kRandomColors));
@@ -418,7 +418,7 @@ void AllEffectsTest::timeRunsForwardAsFastAsItShould()
     const qint64 shown = m_times.last().first() - m_times.first().first();
     const qint64 passed =
         (m_ear->frames().last().nanoseconds - m_ear->frames().first().nanoseconds) / 1000000;
-    QVERIFY2(shown > 2 * kCycleMs, qPrintable(QString::number(shown)));
+    QVERIFY2(shown > qint64(2) * kCycleMs, qPrintable(QString::number(shown)));
     // Frames may wait on their way to a busy ear.
     QVERIFY2(shown > passed / 2 && shown < passed * 2,
              qPrintable(QStringLiteral("%1 in %2").arg(shown).arg(passed)));

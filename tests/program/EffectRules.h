@@ -128,6 +128,7 @@ inline Rgb columnOf(int x)
 
 constexpr int kFilmFrames = 10;
 constexpr int kFilmStepMs = 500;
+constexpr int kFilmRate = 1000 / kFilmStepMs;
 
 inline Rgb filmColor(int frame)
 {
