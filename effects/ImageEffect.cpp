@@ -218,6 +218,7 @@ void ImageEffect::fromXml(QDomElement* element)
 void ImageEffect::setImageFile(const QString& path)
 {
     m_imageFile = path;
+    m_isFailureReported = false;
     loadImage();
 }
 
@@ -246,7 +247,11 @@ void ImageEffect::loadImage()
     QString reason;
     const QImage image = PictureFile::read(m_imageFile, &reason);
     if (image.isNull()) {
-        qDebug("Picture %s can't be read: %s", qUtf8Printable(m_imageFile), qUtf8Printable(reason));
+        if (!m_isFailureReported) { // each compile() tries again
+            m_isFailureReported = true;
+            qDebug("Picture %s can't be read: %s", qUtf8Printable(m_imageFile),
+                   qUtf8Printable(reason));
+        }
         return;
     }
     m_image = PictureFile::toRgb32(image);
