@@ -207,7 +207,7 @@ void HostileShowTest::hostileValuesRunForAnHour()
     const qint64 sentBefore = socket->count;
     const VelaColor witness = VelaColor(QString::fromLatin1(kWitnessColor));
     QVERIFY(witness.isValid());
-    std::unique_ptr<Footprint> early;
+    GrowthWatch watch;
     int frames = 0;
     for (qint64 ms = kStepMs; ms < kHourMs; ms += kStepMs) {
         frame(ms);
@@ -229,11 +229,9 @@ void HostileShowTest::hostileValuesRunForAnHour()
             }
         }
         model->updateLights();
-        if (ms > kHourMs / 2 && early == nullptr) {
-            early = std::make_unique<Footprint>(*model, *root);
-        }
+        watch.pass(ms, *model, *root);
     }
-    QCOMPARE(Footprint(*model, *root).growthSince(*early), QString());
+    QCOMPARE(watch.growth(*model, *root), QString());
     QVERIFY2(heapInUse() - heapBefore < kMostBytes,
              qPrintable(QString::number(heapInUse() - heapBefore)));
     QCOMPARE(socket->count - sentBefore, qint64(frames));
@@ -266,7 +264,7 @@ void HostileShowTest::picturesThatVanishLeaveTheShowRunning()
          element("Image Scroll", kOwn, 100, hour, picture) + QStringLiteral("</effect>\n"));
 
     bool isAway = false;
-    std::unique_ptr<Footprint> early;
+    GrowthWatch watch;
     for (qint64 ms = kStepMs; ms < kHourMs - kFadeOutMs; ms += kStepMs) {
         if (!isAway && ms > kHourMs / 4) {
             isAway = away.remove();
@@ -279,11 +277,9 @@ void HostileShowTest::picturesThatVanishLeaveTheShowRunning()
         QCOMPARE(model->light(kSteadyLights + 1)->mixValue().name(), QStringLiteral("#ffffff"));
         QCOMPARE(model->light(ownLight(0, 1))->mixValue().name(), QStringLiteral("#ffffff"));
         model->updateLights();
-        if (early == nullptr && ms > kHourMs / 2) {
-            early = std::make_unique<Footprint>(*model, *root);
-        }
+        watch.pass(ms, *model, *root);
     }
-    QCOMPARE(Footprint(*model, *root).growthSince(*early), QString());
+    QCOMPARE(watch.growth(*model, *root), QString());
 }
 
 QTEST_GUILESS_MAIN(HostileShowTest)

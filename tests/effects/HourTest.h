@@ -12,6 +12,10 @@
 #include <QImage>
 #include <QSet>
 
+#include <algorithm>
+#include <limits>
+#include <vector>
+
 #ifndef __SANITIZE_ADDRESS__
 #include <malloc.h>
 #endif
@@ -121,27 +125,54 @@ struct Footprint
         , files(QDir(QStringLiteral("/proc/self/fd")).entryList().size())
         , heap(heapInUse())
     {}
-    /// Empty if nothing has grown since `before`.
-    QString growthSince(const Footprint& before) const
+    QVector<int> objects;
+    int files;
+    qint64 heap;
+};
+
+/// Looks at the footprint now and then in the second half of an hour. Bytes count as growth only
+/// where every stretch between two looks adds some: a frame that keeps the smallest block does
+/// that, a table that fills up once does not.
+class GrowthWatch
+{
+public:
+    /// To be called in every frame, `ms` from the hour's start.
+    void pass(qint64 ms, const MapModel& model, const MetaEffect& root)
     {
-        // A frame that kept the smallest block would come to hundreds of thousands of bytes.
-        constexpr qint64 kNoise = 4096;
+        constexpr qint64 kStretchMs = kHourMs / 8;
+        if (ms > kHourMs / 2 + static_cast<qint64>(m_looks.size()) * kStretchMs) {
+            m_looks.emplace_back(model, root);
+        }
+    }
+    /// Looks once more. Empty if nothing has grown.
+    QString growth(const MapModel& model, const MetaEffect& root)
+    {
+        constexpr qint64 kLeast = 512; // of a stretch: sixteen of the smallest blocks
+        m_looks.emplace_back(model, root);
+        if (m_looks.size() < 4) {
+            return QStringLiteral("looked too seldom");
+        }
         QStringList grown;
-        if (objects != before.objects) {
-            grown << QStringLiteral("effects, lights, groups or controllers");
+        qint64 least = std::numeric_limits<qint64>::max();
+        for (std::size_t i = 1; i < m_looks.size(); ++i) {
+            const Footprint& before = m_looks[i - 1];
+            const Footprint& now = m_looks[i];
+            if (now.objects != before.objects) {
+                grown << QStringLiteral("effects, lights, groups or controllers");
+            }
+            if (now.files != before.files) {
+                grown << QStringLiteral("%1 files open, not %2").arg(now.files).arg(before.files);
+            }
+            least = std::min(least, now.heap - before.heap);
         }
-        if (files != before.files) {
-            grown << QStringLiteral("%1 files open, not %2").arg(files).arg(before.files);
-        }
-        if (heap - before.heap >= kNoise) {
-            grown << QStringLiteral("%1 bytes").arg(heap - before.heap);
+        if (least >= kLeast) {
+            grown << QStringLiteral("%1 bytes in every stretch").arg(least);
         }
         return grown.join(QStringLiteral(", "));
     }
 
-    QVector<int> objects;
-    int files;
-    qint64 heap;
+private:
+    std::vector<Footprint> m_looks;
 };
 
 } // namespace HourStage

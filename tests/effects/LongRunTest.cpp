@@ -135,7 +135,7 @@ void LongRunTest::anHourOfRepeatsPaintsTheSameAndTakesNoMemory()
     QVector<QByteArray> second; // the second run: the first begins from nothing
     second.reserve(kRun / kSample + 1);
     QSet<QByteArray> looks;
-    std::unique_ptr<Footprint> early;
+    GrowthWatch watch;
     for (int i = 1; i <= kFrames; ++i) {
         frame(qint64(i) * kStepMs);
         const int run = (i - 1) / kRun;
@@ -156,15 +156,13 @@ void LongRunTest::anHourOfRepeatsPaintsTheSameAndTakesNoMemory()
             }
         }
         model->updateLights();
-        if (i == 3 * kRun) {
-            early = std::make_unique<Footprint>(*model, *root);
-        }
+        watch.pass(kHourMs * i / kFrames, *model, *root);
     }
     // The samples differ among themselves, so that their agreement says something.
     QVERIFY2(looks.size() > second.size() * 3 / 4, qPrintable(QString::number(looks.size())));
     QCOMPARE(socket->count - sentBefore, qint64(kFrames));
     QCOMPARE(log.texts(), QStringList());
-    QCOMPARE(Footprint(*model, *root).growthSince(*early), QString());
+    QCOMPARE(watch.growth(*model, *root), QString());
 }
 
 void LongRunTest::anHourInOneGoStaysInItsBounds()
@@ -178,7 +176,7 @@ void LongRunTest::anHourInOneGoStaysInItsBounds()
         QCOMPARE(int(effect->end()), int(kHourMs));
     }
     QSet<int> shown; // the types that have given light
-    std::unique_ptr<Footprint> early;
+    GrowthWatch watch;
     for (qint64 ms = kStepMs; ms < kHourMs; ms += kStepMs) {
         frame(ms);
         const bool isFadingOut = ms > kHourMs - kFadeOutMs;
@@ -203,11 +201,9 @@ void LongRunTest::anHourInOneGoStaysInItsBounds()
             }
         }
         model->updateLights();
-        if (ms == kHourMs / 2) { // the hues that are refused have been logged by now
-            early = std::make_unique<Footprint>(*model, *root);
-        }
+        watch.pass(ms, *model, *root); // the hues that are refused have been logged by then
     }
-    QCOMPARE(Footprint(*model, *root).growthSince(*early), QString());
+    QCOMPARE(watch.growth(*model, *root), QString());
     for (const Effect* const effect : root->effectList()) {
         QVERIFY2(effect->active(), qPrintable(effect->type()));
     }
@@ -241,7 +237,7 @@ void LongRunTest::anHourOfTheExampleRepeatsAndTakesNoMemory()
 
     QVector<QByteArray> second;
     QSet<QByteArray> looks;
-    std::unique_ptr<Footprint> early;
+    GrowthWatch watch;
     for (int i = 1; i <= kFrames; ++i) {
         frame(qint64(i) * kStepMs);
         const int run = (i - 1) / kRun;
@@ -262,13 +258,11 @@ void LongRunTest::anHourOfTheExampleRepeatsAndTakesNoMemory()
             }
         }
         model->updateLights();
-        if (i == 3 * kRun) {
-            early = std::make_unique<Footprint>(*model, *root);
-        }
+        watch.pass(kHourMs * i / kFrames, *model, *root);
     }
     QVERIFY2(looks.size() > second.size() * 9 / 10, qPrintable(QString::number(looks.size())));
     QCOMPARE(log.texts(), QStringList());
-    QCOMPARE(Footprint(*model, *root).growthSince(*early), QString());
+    QCOMPARE(watch.growth(*model, *root), QString());
 }
 
 void LongRunTest::theTextSurvivesFilesAndPlaying()
