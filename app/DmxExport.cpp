@@ -9,9 +9,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QHash>
-#include <QList>
 #include <QProgressDialog>
-#include <QSet>
 
 #include <algorithm>
 #include <limits>
@@ -99,27 +97,8 @@ void DmxExport::recordFrames(int rate, const QDateTime& base)
 
 void DmxExport::rewind(const QDateTime& base)
 {
-    // A restart counts from the time of the tick before, which is thus set to the base, for all
-    // effects at any depth: those of a show rendered in no time lie far ahead of the clock.
-    const bool wasActive = m_show->active();
-    m_show->setActive(false);
-    m_show->tick(base, 0);
-    QSet<const MetaEffect*> seen = {m_show};
-    QList<MetaEffect*> timelines = {m_show};
-    while (!timelines.isEmpty()) {
-        MetaEffect* const timeline = timelines.takeLast();
-        timeline->stopAll();
-        const QList<Effect*> children = timeline->effectList();
-        for (Effect* const child : children) {
-            child->tick(base, 0);
-            auto* const nested = qobject_cast<MetaEffect*>(child);
-            if (nested != nullptr && !seen.contains(nested)) {
-                seen.insert(nested);
-                timelines.append(nested);
-            }
-        }
-    }
-    m_show->setActive(wasActive);
+    // The restart, too, counts from the time of the tick before.
+    m_show->rewindAll(base);
     m_show->restart();
     m_show->setStartTime(base);
 }
