@@ -188,7 +188,7 @@ void BlackBodyCurveWidget::buildField()
     QPainterPath inside;
     inside.addPolygon(area);
     inside.closeSubpath();
-    painter.fillPath(outside.subtracted(inside), QColor(0x30, 0x30, 0x30, 0xB0));
+    painter.fillPath(outside.subtracted(inside), QColor(0x30, 0x30, 0x30, 0xD8));
 
     // At wide steps: whole pixels at narrow ones would make a staircase.
     QPolygon locus;

@@ -49,7 +49,6 @@ NChannelPickerWidget::NChannelPickerWidget(QWidget* parent)
     frame->setObjectName(QStringLiteral("backgroundFrame"));
     frame->setStyleSheet(
         QStringLiteral("QFrame#backgroundFrame {background-color: rgb(225, 225, 225);}"));
-    frame->setPalette(paletteOnGrey(palette()));
     auto* const pageLayout = new QVBoxLayout(this);
     pageLayout->setContentsMargins(0, 0, 0, 0);
     pageLayout->addWidget(frame);
@@ -61,6 +60,11 @@ NChannelPickerWidget::NChannelPickerWidget(QWidget* parent)
     layout->addWidget(buildTargetGroup(frame));
     layout->addWidget(buildChannelGroup(frame), 1);
     setFocusProxy(m_profileSelector);
+    // One by one: palettes are not handed down below a style sheet.
+    const QPalette onGrey = paletteOnGrey(palette());
+    for (QWidget* const child : frame->findChildren<QWidget*>()) {
+        child->setPalette(onGrey);
+    }
 
     showChannels();
     m_color = colorOf(m_sliders->values(), kFullLevel);
@@ -123,8 +127,9 @@ QWidget* NChannelPickerWidget::buildChannelGroup(QWidget* parent)
         return colorOf(dmx, kFullLevel).toQColor(true);
     });
     const int unit = fontMetrics().height() / 2;
+    m_sliders->layout()->setContentsMargins(unit, unit, unit, unit);
     auto* const layout = new QVBoxLayout(group);
-    layout->setContentsMargins(unit, unit, unit, unit);
+    layout->setContentsMargins(1, 1, 1, 1);
     layout->addWidget(m_sliders);
     return group;
 }
