@@ -1,22 +1,22 @@
 #pragma once
-#include "color/VelaColor.h"
-#include <QMimeData>
+
 #include <QString>
+#include <QStringList>
+
+class QMimeData;
+class VelaColor;
+
+/// How a swatch travels by drag and drop and by the clipboard.
 namespace ColorMime {
-inline void writeColor(QMimeData* d, const VelaColor& c, const QString& n, const QString& id, const QString& p)
-{
-    d->setData(QStringLiteral("data/x-velacolor"), c.toString().toLatin1());
-    d->setData(QStringLiteral("data/x-velacolor-name"), n.toUtf8());
-    d->setData(QStringLiteral("data/x-velacolor-vendorid"), id.toUtf8());
-    d->setData(QStringLiteral("data/x-velacolor-originatingPreset"), p.toUtf8());
-    d->setData(QStringLiteral("x-sorrel3/color"), c.toString().toLatin1());
-}
-inline bool readColor(const QMimeData* d, VelaColor* c)
-{
-    for (const auto& f : {QStringLiteral("data/x-velacolor"), QStringLiteral("x-sorrel3/color")}) {
-        const VelaColor r(QString::fromLatin1(d->data(f)));
-        if (r.isValid()) { if (c) *c = r; return true; }
-    }
-    return false;
-}
-}
+
+/// The formats that are written, the colour's own first and that of older swatches last.
+QStringList formats();
+/// Puts a swatch into `data`, in all formats.
+void writeColor(QMimeData* data, const VelaColor& color, const QString& name,
+                const QString& colorId, const QString& originatingPreset);
+/// Reads a swatch in the format of today or of older swatches; the texts are empty where `data` has
+/// none. False, and nothing written, for data without a valid colour. Any target may be null.
+bool readColor(const QMimeData* data, VelaColor* color, QString* name = nullptr,
+               QString* colorId = nullptr, QString* originatingPreset = nullptr);
+
+} // namespace ColorMime

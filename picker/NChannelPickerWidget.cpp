@@ -243,7 +243,7 @@ void NChannelPickerWidget::on_tintweaveCheckBox_clicked()
     onDmxChanged(m_sliders->values());
 }
 
-void NChannelPickerWidget::onDmxChanged(QVector<int> dmx)
+void NChannelPickerWidget::onDmxChanged(const QVector<int>& dmx)
 {
     m_sliders->setValues(dmx);
     constexpr double kFullAlpha16 = 65535.0;

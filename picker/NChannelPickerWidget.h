@@ -42,7 +42,7 @@ signals:
 public slots:
     void onTintweaveProfileChanged(ColorUtils::TintweaveProfileID tintweaveProfileID);
     /// One level 0..255 a channel; others are limited, missing ones are 0.
-    void onDmxChanged(QVector<int> dmx);
+    void onDmxChanged(const QVector<int>& dmx);
     void onInfoButton();
     void onTintweaveCheckBoxStateChanged(int state);
     void on_tintweaveCheckBox_clicked();

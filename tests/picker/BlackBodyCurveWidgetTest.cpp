@@ -130,6 +130,7 @@ void BlackBodyCurveWidgetTest::staysWithinTheChartsArea()
     for (const QPoint& place : {QPoint(1, 0), QPoint(609, 459), QPoint(5, 455)}) {
         QTest::mouseClick(&widget, Qt::LeftButton, {}, place);
         const QPointF aim = chart().chromaticityAt(place, widget.rect());
+        QVERIFY(isNear(emitted(colors), chart().nearestPoint(aim), 0.0));
         QVERIFY(!isNear(emitted(colors), aim, 0.001));
     }
     QTest::mousePress(&widget, Qt::LeftButton, {}, QPoint(300, 200));

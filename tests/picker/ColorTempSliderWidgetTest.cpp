@@ -35,7 +35,8 @@ void ColorTempSliderWidgetTest::trackAndBoxFollowEachOther()
     widget.show();
     auto* const track = widget.findChild<CCTPickerWidget*>();
     auto* const box = widget.findChild<QSpinBox*>(QStringLiteral("colorTempSpinBox"));
-    QVERIFY(track != nullptr && box != nullptr);
+    QVERIFY(track != nullptr);
+    QVERIFY(box != nullptr);
     QCOMPARE(box->minimum(), 1900);
     QCOMPARE(box->maximum(), 11000);
     QSignalSpy changes(&widget, &ColorTempSliderWidget::colorTempChanged);

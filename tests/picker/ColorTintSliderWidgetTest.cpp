@@ -35,7 +35,8 @@ void ColorTintSliderWidgetTest::trackAndBoxFollowEachOther()
     widget.show();
     auto* const track = widget.findChild<TintPickerWidget*>();
     auto* const box = widget.findChild<QSpinBox*>(QStringLiteral("colorTintSpinBox"));
-    QVERIFY(track != nullptr && box != nullptr);
+    QVERIFY(track != nullptr);
+    QVERIFY(box != nullptr);
     QCOMPARE(box->minimum(), -32767);
     QCOMPARE(box->maximum(), 32767);
     QSignalSpy changes(&widget, &ColorTintSliderWidget::colorTintChanged);

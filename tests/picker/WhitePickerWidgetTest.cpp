@@ -43,17 +43,17 @@ bool isNear(const QPointF& a, const QPointF& b, double tolerance)
     return std::abs(a.x() - b.x()) <= tolerance && std::abs(a.y() - b.y()) <= tolerance;
 }
 
-VelaColor yxy(double Y, double x, double y, double alpha = 1.0)
+VelaColor yxy(double capY, double x, double y, double alpha = 1.0)
 {
     VelaColor color;
-    color.setYxyF(Y, x, y, alpha);
+    color.setYxyF(capY, x, y, alpha);
     return color;
 }
 
-VelaColor white(int cct, int tint, double Y = 1.0, double alpha = 1.0)
+VelaColor white(int cct, int tint, double capY = 1.0, double alpha = 1.0)
 {
     const QPointF xy = whiteXy(cct, tint);
-    return yxy(Y, xy.x(), xy.y(), alpha);
+    return yxy(capY, xy.x(), xy.y(), alpha);
 }
 
 } // namespace
