@@ -79,7 +79,19 @@ void ColorPickerWidget::setPrimaryProfile(const GroupProfile& profile)
 
 void ColorPickerWidget::on_colorPicker_mainColorChanged(const VelaColor& color)
 {
+    VelaColorLibrary::instance()->setCurrentColor(color);
     emit mainColorChanged(color);
+}
+
+void ColorPickerWidget::on_colorPicker_comparisonColorChanged(const VelaColor& color)
+{
+    VelaColorLibrary::instance()->setCurrentColor(color);
+}
+
+void ColorPickerWidget::handleAddToFavorites(const VelaColor& color)
+{
+    VelaColorLibrary::instance()->insertColor(color, VelaColorLibrary::colorText(color), QString(),
+                                              VelaColorLibrary::projectListName(), QString());
 }
 
 void ColorPickerWidget::on_dialogButtonBox_accepted()

@@ -22,6 +22,11 @@ QString folderKey()
     return QStringLiteral("colorPickerExportDir");
 }
 
+QString fileFilter()
+{
+    return QStringLiteral("Vela Color Files (*.velacolors);;All Files (*.* *)");
+}
+
 QString savedFolder()
 {
     return pickerSettings().value(folderKey(), QString()).toString();
@@ -121,10 +126,7 @@ void ColorTreeAndFilterWidget::handleLoadGroupFromFile()
         return;
     }
     saveFolderOf(path);
-    QString error;
-    if (!m_library->importFile(path, &error)) {
-        qDebug("%s: %s", qUtf8Printable(path), qUtf8Printable(error));
-    }
+    m_library->importFile(path);
 }
 
 void ColorTreeAndFilterWidget::handleExportSwatchesButtonClicked()

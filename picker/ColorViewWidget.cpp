@@ -1,6 +1,7 @@
 #include "picker/ColorViewWidget.h"
 
 #include "color/ColorMime.h"
+#include "color/VelaColorLibrary.h"
 #include "picker/SwatchPainter.h"
 
 #include <QApplication>
@@ -112,7 +113,7 @@ bool ColorViewWidget::takeFrom(const QMimeData* mime)
 
 QString ColorViewWidget::describe() const
 {
-    return m_color.spec() == VelaColor::Nchannel ? m_color.channelsText() : m_color.name();
+    return VelaColorLibrary::colorText(m_color);
 }
 
 QMimeData* ColorViewWidget::newMimeData() const

@@ -1,6 +1,5 @@
 #include "picker/VelaColorLibraryTreeView.h"
 
-#include "color/ColorMime.h"
 #include "color/VelaColorLibrary.h"
 #include "color/VelaColorLibraryItem.h"
 #include "picker/PickerSettings.h"
@@ -19,13 +18,17 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <memory>
 
 namespace VelaColorPickerLib {
 
 namespace {
 
-constexpr int kProjectRole = Qt::UserRole + 5; // 1 on the list that belongs to the show
+QModelIndex listOf(const QModelIndex& item)
+{
+    return item.parent().isValid() ? item.parent() : item;
+}
 
 QString settingsKey(const QModelIndex& list)
 {
@@ -281,11 +284,13 @@ void VelaColorLibraryTreeView::contextMenuEvent(QContextMenuEvent* event)
 void VelaColorLibraryTreeView::fillMenu(QMenu* menu, const QModelIndex& index)
 {
     const QModelIndex item = toLibrary(index);
-    const bool ofProject = item.data(kProjectRole).toInt() == 1;
+    const bool ofProject = item.data(VelaColorLibrary::kProjectRole).toInt() == 1;
     if (!ofProject) { // the show's own list keeps its name and its place
         QAction* const rename = menu->addAction(tr("Rename"));
         rename->setEnabled((item.flags() & Qt::ItemIsEditable) != 0);
-        connect(rename, &QAction::triggered, this, &VelaColorLibraryTreeView::renameCurrent);
+        // Once the menu is gone: it would take the focus from the name's editor, and so end it.
+        connect(rename, &QAction::triggered, this, &VelaColorLibraryTreeView::renameCurrent,
+                Qt::QueuedConnection);
         QAction* const remove = menu->addAction(tr("Delete"));
         remove->setEnabled(canDelete(item));
         connect(remove, &QAction::triggered, this, &VelaColorLibraryTreeView::deleteSelected);
@@ -296,8 +301,8 @@ void VelaColorLibraryTreeView::fillMenu(QMenu* menu, const QModelIndex& index)
     copy->setEnabled(!selectedColors().isEmpty());
     connect(copy, &QAction::triggered, this, &VelaColorLibraryTreeView::copySelected);
     QAction* const paste = menu->addAction(tr("Paste"));
-    paste->setEnabled(ColorMime::readColor(QApplication::clipboard()->mimeData(), nullptr) &&
-                      takesColors(listOf(item)));
+    paste->setEnabled(m_library->canDropMimeData(QApplication::clipboard()->mimeData(),
+                                                 Qt::CopyAction, -1, -1, listOf(item)));
     connect(paste, &QAction::triggered, this, &VelaColorLibraryTreeView::paste);
 }
 
@@ -313,6 +318,40 @@ void VelaColorLibraryTreeView::copySelected()
     const QModelIndexList colors = selectedColors();
     if (!colors.isEmpty()) {
         QApplication::clipboard()->setMimeData(m_library->mimeData(colors));
+    }
+}
+
+void VelaColorLibraryTreeView::paste()
+{
+    const QModelIndex list = listOf(toLibrary(currentIndex()));
+    const QMimeData* const mime = QApplication::clipboard()->mimeData();
+    if (list.isValid() && mime != nullptr) {
+        m_library->dropMimeData(mime, Qt::CopyAction, -1, -1, list);
+    }
+}
+
+bool VelaColorLibraryTreeView::canDelete(const QModelIndex& item)
+{
+    return (item.flags() & Qt::ItemIsEditable) != 0;
+}
+
+void VelaColorLibraryTreeView::deleteSelected()
+{
+    deleteItems(selectedItems());
+}
+
+void VelaColorLibraryTreeView::deleteItems(const QModelIndexList& items)
+{
+    QList<QPersistentModelIndex> doomed;
+    for (const QModelIndex& item : items) {
+        if (canDelete(item)) {
+            doomed.append(item);
+        }
+    }
+    for (const QPersistentModelIndex& item : qAsConst(doomed)) {
+        if (item.isValid()) { // not gone with its list
+            m_library->removeRow(item.row(), item.parent());
+        }
     }
 }
 

@@ -36,6 +36,8 @@ public:
     void setFilter(const QString& text);
     /// The selected lists and swatches, by index of the library, in no certain order.
     QModelIndexList selectedItems() const;
+    /// What an index of `model()` stands for; null for an invalid one.
+    VelaColorLibraryItem* itemAt(const QModelIndex& index) const;
     /// Scrolls to the list or swatch of that index of the library and selects it alone.
     void showItem(const QModelIndex& index);
     /// As showItem, then lets the user type its name.
@@ -57,8 +59,8 @@ signals:
 
 public slots:
     void renameCurrent();
-    /// The selected lists and swatches; the list "Project Swatches" and those that come with the
-    /// program stay.
+    /// The selected lists and swatches; the list "Project Swatches", and lists that come with the
+    /// program with all they hold, stay.
     void deleteSelected();
     void copySelected();
     /// Adds the clipboard's colour to the list of the current item.
@@ -82,9 +84,10 @@ private slots:
 private:
     QModelIndex toLibrary(const QModelIndex& index) const;
     QModelIndex fromLibrary(const QModelIndex& index) const;
-    const VelaColorLibraryItem* itemAt(const QModelIndex& index) const;
-    bool isColor(const QModelIndex& index) const;
+    static bool isColor(const QModelIndex& index);
     QModelIndexList selectedColors() const;
+    static bool canDelete(const QModelIndex& item);
+    void deleteItems(const QModelIndexList& items);
     void fillMenu(QMenu* menu, const QModelIndex& index);
     void drag(const QModelIndex& index);
     void choose(const QModelIndex& index);

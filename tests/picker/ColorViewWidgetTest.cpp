@@ -1,6 +1,7 @@
 #include "picker/ColorViewWidget.h"
 
 #include "DragHand.h"
+#include "MenuHand.h"
 #include "color/ColorMime.h"
 #include "color/DisplayColor.h"
 #include "resources/Resources.h"
@@ -9,10 +10,8 @@
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
-#include <QTimer>
 #include <QtTest>
 
 using VelaColorPickerLib::ColorViewWidget;
@@ -60,28 +59,9 @@ struct Bench
         QApplication::sendEvent(&view, &drop);
         return drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
     }
-    /// Opens the context menu by its event and triggers the entry `text`; gives all its texts.
     QStringList chooseFromMenu(const QString& text)
     {
-        QStringList texts;
-        QTimer::singleShot(0, &view, [&texts, text] {
-            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            if (menu == nullptr) {
-                return;
-            }
-            const QList<QAction*> actions = menu->actions();
-            for (QAction* const action : actions) {
-                texts.append(action->text());
-                if (action->text() == text) {
-                    menu->setActiveAction(action);
-                }
-            }
-            QTest::keyClick(menu, text.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
-        });
-        const QPoint pos = view.rect().center();
-        QContextMenuEvent event(QContextMenuEvent::Mouse, pos, view.mapToGlobal(pos));
-        QApplication::sendEvent(&view, &event);
-        return texts;
+        return chooseFromContextMenu(&view, view.rect().center(), text);
     }
 };
 
