@@ -42,6 +42,7 @@ void VelaColorLibraryTreeViewDelegate::initStyleOption(QStyleOptionViewItem* opt
             item->setThumbnail(swatchPixmap(item->color(), size, ratio));
         }
         option->icon = QIcon(item->thumbnail());
+        option->icon.addPixmap(item->thumbnail(), QIcon::Selected); // as it is, not tinted
         option->decorationSize = size;
         option->features |= QStyleOptionViewItem::HasDecoration;
     } else if (item->isUserLibrary()) {

@@ -11,9 +11,12 @@
 #include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QKeySequence>
+#include <QLabel>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace VelaColorPickerLib {
 
@@ -65,6 +68,10 @@ void VelaColorPickerWidget::layOut()
     for (std::size_t i = 0; i < SwatchCount; ++i) {
         swatches->addWidget(m_views[i]);
     }
+    const int labelWidth = std::max(m_intensity->label()->sizeHint().width(),
+                                    m_opacity->label()->sizeHint().width());
+    m_intensity->label()->setMinimumWidth(labelWidth);
+    m_opacity->label()->setMinimumWidth(labelWidth);
     auto* const sliders = new QVBoxLayout;
     sliders->setSpacing(unit);
     sliders->addStretch();

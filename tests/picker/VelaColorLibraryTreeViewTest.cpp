@@ -535,6 +535,9 @@ void VelaColorLibraryTreeViewTest::thumbnailsShowTheColor()
     const int line = bench.tree.fontMetrics().height();
     QCOMPARE(picture.pixelColor(row.left() + line, row.center().y()), QColor(255, 160, 0));
     QVERIFY(!bench.library.itemAt(bench.color(userList(), 0))->thumbnail().isNull());
+    bench.tree.setCurrentIndex(bench.find(QStringLiteral("Amber"))); // a selection tints nothing
+    QCOMPARE(bench.tree.viewport()->grab().toImage().pixelColor(row.left() + line, row.center().y()),
+             QColor(255, 160, 0));
     QVERIFY(row.height() >= line);
 }
 
