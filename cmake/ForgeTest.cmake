@@ -1,10 +1,11 @@
-# forge_add_test(<folder> <Class> [NAMESPACE | ETH0] [NO_SANITIZE] [LIBS libs...] [DEPENDS targets...])
+# forge_add_test(<folder> <Class> [NAMESPACE | ETH0 | DISPLAY] [NO_SANITIZE] [LIBS libs...]
+#                [DEPENDS targets...])
 # tests/<folder>/<Class>Test.cpp becomes the test <folder>.<Class>. NAMESPACE runs it in a network
 # namespace of its own, ETH0 in one that has an interface "eth0" too; where the system allows none,
-# it is reported as skipped with that reason.
+# it is reported as skipped with that reason. DISPLAY runs it on a virtual display of its own.
 # NO_SANITIZE leaves it out of the sanitizer build (allocation counts, for one).
 function(forge_add_test folder class)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "NAMESPACE;ETH0;NO_SANITIZE" "" "LIBS;DEPENDS")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "NAMESPACE;ETH0;DISPLAY;NO_SANITIZE" "" "LIBS;DEPENDS")
     if(arg_NO_SANITIZE AND FORGE_SANITIZE)
         return()
     endif()
@@ -34,6 +35,8 @@ function(forge_add_test folder class)
         set(command ${PROJECT_SOURCE_DIR}/tests/in-namespace.sh ${command})
     elseif(arg_ETH0)
         set(command ${PROJECT_SOURCE_DIR}/tests/in-namespace.sh --eth0 ${command})
+    elseif(arg_DISPLAY)
+        set(command ${PROJECT_SOURCE_DIR}/tests/on-display.sh ${command})
     endif()
     add_test(NAME ${folder}.${class} COMMAND ${command})
     set_tests_properties(${folder}.${class} PROPERTIES

@@ -20,11 +20,6 @@ QString plainName(const QString& name)
     return Sorrel3ProjectHelper::writable(name.left(kLongestName));
 }
 
-QString colorText(const VelaColor& color)
-{
-    return color.spec() == VelaColor::Nchannel ? color.channelsText() : color.name();
-}
-
 } // namespace
 
 VelaColorLibrary::VelaColorLibrary(QObject* parent)
@@ -40,8 +35,9 @@ VelaColorLibrary::~VelaColorLibrary() = default;
 
 VelaColorLibrary* VelaColorLibrary::instance()
 {
-    static VelaColorLibrary library;
-    return &library;
+    // Never destroyed: its thumbnails can't be once the application is gone.
+    static auto* const library = new VelaColorLibrary;
+    return library;
 }
 
 QString VelaColorLibrary::explicitListName()
@@ -52,6 +48,11 @@ QString VelaColorLibrary::explicitListName()
 QString VelaColorLibrary::projectListName()
 {
     return QStringLiteral("Project Swatches");
+}
+
+QString VelaColorLibrary::colorText(const VelaColor& color)
+{
+    return color.spec() == VelaColor::Nchannel ? color.channelsText() : color.name();
 }
 
 void VelaColorLibrary::startForPicker()
@@ -381,7 +382,12 @@ QMimeData* VelaColorLibrary::mimeData(const QModelIndexList& indexes) const
 bool VelaColorLibrary::canDropMimeData(const QMimeData* data, Qt::DropAction action, int /*row*/,
                                        int /*column*/, const QModelIndex& parent) const
 {
-    return action == Qt::CopyAction && parent.isValid() && ColorMime::readColor(data, nullptr);
+    const VelaColorLibraryItem* const target = itemAt(parent);
+    if (target == nullptr || action != Qt::CopyAction || !ColorMime::readColor(data, nullptr)) {
+        return false;
+    }
+    const VelaColorLibraryItem* const owner = target->isList() ? target : target->parentItem();
+    return owner->isUserLibrary() || owner->name() == projectListName(); // others aren't kept
 }
 
 bool VelaColorLibrary::dropMimeData(const QMimeData* data, Qt::DropAction action, int row,

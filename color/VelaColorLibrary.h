@@ -31,6 +31,8 @@ public:
 
     static QString explicitListName();
     static QString projectListName();
+    /// A colour for a reader: its channels, or its name.
+    static QString colorText(const VelaColor& color);
     /// The per-user folder, worked out once; and the user's file in it.
     static QString userFolder();
     static QString userFile();
@@ -89,6 +91,7 @@ public:
     bool removeRows(int row, int count, const QModelIndex& parent = QModelIndex()) override;
     QStringList mimeTypes() const override;
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    /// On the lists that are kept: the user's own and the show's.
     bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
                          const QModelIndex& parent) const override;
     bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,

@@ -180,6 +180,7 @@ bool VelaColorLibrary::importFile(const QString& path, QString* error)
             &wrong);
         if (added.isEmpty()) {
             wrong = tr("%1 holds no colors").arg(path);
+            qDebug("%s", qUtf8Printable(wrong));
         }
     }
     if (error != nullptr) {

@@ -41,7 +41,11 @@ public:
     const QString& uid() const { return m_uid; }
     void setUid(const QString& uid) { m_uid = uid; }
     const VelaColor& color() const { return m_color; }
-    void setColor(const VelaColor& color) { m_color = color; }
+    void setColor(const VelaColor& color)
+    {
+        m_color = color;
+        m_thumbnail = QPixmap();
+    }
     const QString& originatingPreset() const { return m_originatingPreset; }
     void setOriginatingPreset(const QString& preset) { m_originatingPreset = preset; }
     const QString& colorId() const { return m_colorId; }

@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPixmap>
 #include <QStyle>
 
 #include <algorithm>
@@ -98,7 +99,8 @@ QSize ColorTrack::minimumSizeHint() const
 
 void ColorTrack::buildTrack(int width)
 {
-    m_track = QImage(width, 1, QImage::Format_RGB32);
+    m_track = QImage(width, 1, QImage::Format_ARGB32_Premultiplied);
+    m_track.fill(Qt::transparent);
     auto* const line = reinterpret_cast<QRgb*>(m_track.scanLine(0));
     if (!m_colorAt) {
         std::fill_n(line, width, palette().color(QPalette::Mid).rgb());
@@ -108,7 +110,7 @@ void ColorTrack::buildTrack(int width)
     if (m_stops < 2) {
         for (int column = 0; column < width; ++column) {
             const int x = bar().left() + static_cast<int>(column * perPixel);
-            line[column] = m_colorAt(valueAt(x)).rgb();
+            line[column] = qPremultiply(m_colorAt(valueAt(x)).rgba());
         }
         return;
     }
@@ -137,6 +139,8 @@ void ColorTrack::paintEvent(QPaintEvent* /*event*/)
     if (!isEnabled()) {
         painter.setOpacity(0.4);
     }
+    // Where the colours let it through, the ground of every clear colour shows.
+    painter.drawTiledPixmap(place, QPixmap(QStringLiteral(":/images/TransparentBackground.png")));
     painter.drawImage(place, m_track);
     painter.setPen(palette().color(QPalette::Dark));
     painter.drawRect(place.adjusted(0, 0, -1, -1));

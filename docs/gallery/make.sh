@@ -13,13 +13,17 @@ play() {
 
 if [ "${1:-}" != "--dialogs" ]; then
     cmake/install-packages.sh --run
-    cmake/build.sh release pageant-forge forge-listen
+    cmake/build.sh release pageant-forge forge-listen forge-picker-demo
     play gallery facade/facade.map facade/facade.sho 10
     cp artifacts/gallery/main-window.png artifacts/gallery/simulation.png "$gallery"
     play gallery-all-effects facade/facade.map facade/all-effects.sho 35
     cp artifacts/gallery-all-effects/simulation.png "$gallery/all-effects.png"
     play gallery-ring ring/ring.map ring/ring.sho 31
     cp artifacts/gallery-ring/simulation.png "$gallery/ring.png"
+    picker_home=$(mktemp -d)
+    XDG_CONFIG_HOME=$picker_home XDG_DATA_HOME=$picker_home tests/on-display.sh \
+        build/release/bin/forge-picker-demo --gallery "$gallery"
+    rm -rf "$picker_home"
     tests/in-namespace.sh xvfb-run -a -s "-screen 0 1400x1000x24" "$0" --dialogs
     ls -l "$gallery"/*.png
     exit 0

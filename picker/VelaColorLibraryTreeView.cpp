@@ -1,0 +1,413 @@
+#include "picker/VelaColorLibraryTreeView.h"
+
+#include "color/VelaColorLibrary.h"
+#include "color/VelaColorLibraryItem.h"
+#include "picker/PickerSettings.h"
+#include "picker/SwatchFilterModel.h"
+#include "picker/SwatchPainter.h"
+#include "picker/VelaColorLibraryTreeViewDelegate.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <memory>
+
+namespace VelaColorPickerLib {
+
+namespace {
+
+QModelIndex listOf(const QModelIndex& item)
+{
+    return item.parent().isValid() ? item.parent() : item;
+}
+
+QString settingsKey(const QModelIndex& list)
+{
+    return list.data().toString() + QStringLiteral("_expanded");
+}
+
+} // namespace
+
+VelaColorLibraryTreeView::VelaColorLibraryTreeView(QWidget* parent)
+    : QTreeView(parent)
+    , m_filter(new SwatchFilterModel(this))
+{
+    setItemDelegate(new VelaColorLibraryTreeViewDelegate(this));
+    setUniformRowHeights(true);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setEditTriggers(QAbstractItemView::EditKeyPressed);
+    setDragDropMode(QAbstractItemView::DragDrop);
+    setDefaultDropAction(Qt::CopyAction);
+    setAccessibleName(tr("Swatches"));
+    connect(this, &QTreeView::clicked, this, &VelaColorLibraryTreeView::handleClicked);
+    connect(this, &QTreeView::doubleClicked, this, &VelaColorLibraryTreeView::handleDoubleClicked);
+}
+
+void VelaColorLibraryTreeView::setLibrary(VelaColorLibrary* library)
+{
+    m_library = library;
+    m_filter->setSourceModel(library);
+    if (model() != m_filter) {
+        setModel(m_filter);
+    }
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    header()->setSectionResizeMode(1, QHeaderView::Interactive);
+    header()->resizeSection(1, fontMetrics().horizontalAdvance(QStringLiteral("Color ID")) * 3 / 2);
+    readOpenLists();
+}
+
+QModelIndex VelaColorLibraryTreeView::toLibrary(const QModelIndex& index) const
+{
+    return m_filter->mapToSource(index).siblingAtColumn(0);
+}
+
+QModelIndex VelaColorLibraryTreeView::fromLibrary(const QModelIndex& index) const
+{
+    return m_filter->mapFromSource(index);
+}
+
+VelaColorLibraryItem* VelaColorLibraryTreeView::itemAt(const QModelIndex& index) const
+{
+    return index.isValid() ? m_library->itemAt(toLibrary(index)) : nullptr;
+}
+
+bool VelaColorLibraryTreeView::isColor(const QModelIndex& index)
+{
+    return index.parent().isValid();
+}
+
+// --- Filter and open lists
+
+void VelaColorLibraryTreeView::setFilter(const QString& text)
+{
+    const bool before = !m_filter->text().isEmpty();
+    const bool after = !text.isEmpty();
+    if (after && !before) {
+        m_openBefore = openLists();
+    }
+    m_filter->setText(text);
+    if (after) {
+        expandAll();
+    } else if (before) {
+        collapseAll();
+        for (const QPersistentModelIndex& list : qAsConst(m_openBefore)) {
+            expand(fromLibrary(list));
+        }
+        m_openBefore.clear();
+        scrollTo(currentIndex());
+    }
+}
+
+QList<QPersistentModelIndex> VelaColorLibraryTreeView::openLists() const
+{
+    if (!m_filter->text().isEmpty()) {
+        return m_openBefore;
+    }
+    QList<QPersistentModelIndex> open;
+    for (int row = 0; row < m_filter->rowCount(); ++row) {
+        const QModelIndex list = m_filter->index(row, 0);
+        if (isExpanded(list)) {
+            open.append(toLibrary(list));
+        }
+    }
+    return open;
+}
+
+bool VelaColorLibraryTreeView::isOpenBySettings(const QModelIndex& list) const
+{
+    const QSettings settings = pickerSettings();
+    const bool byDefault = !m_library->itemAt(list)->isUserLibrary();
+    return settings.value(settingsKey(list), byDefault).toBool();
+}
+
+void VelaColorLibraryTreeView::readOpenLists()
+{
+    if (m_library == nullptr || !m_filter->text().isEmpty()) {
+        return;
+    }
+    for (int row = 0; row < m_filter->rowCount(); ++row) {
+        const QModelIndex list = m_filter->index(row, 0);
+        setExpanded(list, isOpenBySettings(toLibrary(list)));
+    }
+}
+
+void VelaColorLibraryTreeView::writeOpenLists() const
+{
+    if (m_library == nullptr) {
+        return;
+    }
+    const QList<QPersistentModelIndex> open = openLists();
+    QSettings settings = pickerSettings();
+    for (int row = 0; row < m_library->rowCount(); ++row) {
+        const QModelIndex list = m_library->index(row, 0);
+        const bool isOpen = open.contains(list);
+        if (isOpen != isOpenBySettings(list)) {
+            settings.setValue(settingsKey(list), isOpen);
+        }
+    }
+}
+
+// --- Selection
+
+QModelIndexList VelaColorLibraryTreeView::selectedItems() const
+{
+    QModelIndexList items;
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    for (const QModelIndex& row : rows) {
+        items.append(toLibrary(row));
+    }
+    return items;
+}
+
+QModelIndexList VelaColorLibraryTreeView::selectedColors() const
+{
+    QModelIndexList colors = selectedItems();
+    colors.erase(std::remove_if(colors.begin(), colors.end(),
+                                [](const QModelIndex& item) { return !isColor(item); }),
+                 colors.end());
+    return colors;
+}
+
+void VelaColorLibraryTreeView::showItem(const QModelIndex& index)
+{
+    const QModelIndex row = fromLibrary(index);
+    if (!row.isValid()) {
+        return;
+    }
+    setCurrentIndex(row);
+    scrollTo(row);
+}
+
+void VelaColorLibraryTreeView::renameItem(const QModelIndex& index)
+{
+    showItem(index);
+    renameCurrent();
+}
+
+void VelaColorLibraryTreeView::selectionChanged(const QItemSelection& selected,
+                                                const QItemSelection& deselected)
+{
+    QTreeView::selectionChanged(selected, deselected);
+    emit selectionChangedSignal(selected, deselected);
+}
+
+void VelaColorLibraryTreeView::choose(const QModelIndex& index)
+{
+    const VelaColorLibraryItem* const item = itemAt(index);
+    if (item != nullptr && isColor(index)) {
+        emit colorItemClicked(item->color(), item->uid());
+    }
+}
+
+void VelaColorLibraryTreeView::handleClicked(const QModelIndex& index)
+{
+    // With these keys a click gathers swatches, for an export or a drag.
+    if ((m_pressModifiers & (Qt::ControlModifier | Qt::ShiftModifier)) == 0) {
+        choose(index);
+    }
+}
+
+void VelaColorLibraryTreeView::handleDoubleClicked(const QModelIndex& index)
+{
+    if (isColor(index)) {
+        const std::unique_ptr<QMimeData> mime(m_library->mimeData({toLibrary(index)}));
+        emit doubleClickedOnWidget(*mime);
+    }
+}
+
+// --- Keys
+
+void VelaColorLibraryTreeView::keyboardSearch(const QString& search)
+{
+    emit filterText(search);
+}
+
+void VelaColorLibraryTreeView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy)) {
+        copySelected();
+        return;
+    }
+    if (event->matches(QKeySequence::Paste)) {
+        paste();
+        return;
+    }
+    switch (event->key()) {
+    case Qt::Key_Delete:
+        if (state() != QAbstractItemView::EditingState) {
+            deleteItems(selectedColors()); // a whole list goes by the menu alone
+            return;
+        }
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        if (state() != QAbstractItemView::EditingState && isColor(currentIndex())) {
+            choose(currentIndex());
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    QTreeView::keyPressEvent(event);
+}
+
+// --- Context menu
+
+void VelaColorLibraryTreeView::contextMenuEvent(QContextMenuEvent* event)
+{
+    QModelIndex index = indexAt(event->pos());
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        index = currentIndex();
+    }
+    if (!index.isValid()) {
+        return;
+    }
+    QMenu menu(this);
+    fillMenu(&menu, index.siblingAtColumn(0));
+    menu.exec(event->reason() == QContextMenuEvent::Keyboard
+                  ? viewport()->mapToGlobal(visualRect(index).center())
+                  : event->globalPos());
+}
+
+void VelaColorLibraryTreeView::fillMenu(QMenu* menu, const QModelIndex& index)
+{
+    const QModelIndex item = toLibrary(index);
+    const bool ofProject = item.data(VelaColorLibrary::kProjectRole).toInt() == 1;
+    if (!ofProject) { // the show's own list keeps its name and its place
+        QAction* const rename = menu->addAction(tr("Rename"));
+        rename->setEnabled((item.flags() & Qt::ItemIsEditable) != 0);
+        // Once the menu is gone: it would take the focus from the name's editor, and so end it.
+        connect(rename, &QAction::triggered, this, &VelaColorLibraryTreeView::renameCurrent,
+                Qt::QueuedConnection);
+        QAction* const remove = menu->addAction(tr("Delete"));
+        remove->setEnabled(canDelete(item));
+        connect(remove, &QAction::triggered, this, &VelaColorLibraryTreeView::deleteSelected);
+    }
+    connect(menu->addAction(tr("Export...")), &QAction::triggered, this,
+            &VelaColorLibraryTreeView::exportRequested);
+    QAction* const copy = menu->addAction(tr("Copy"));
+    copy->setEnabled(!selectedColors().isEmpty());
+    connect(copy, &QAction::triggered, this, &VelaColorLibraryTreeView::copySelected);
+    QAction* const paste = menu->addAction(tr("Paste"));
+    paste->setEnabled(m_library->canDropMimeData(QApplication::clipboard()->mimeData(),
+                                                 Qt::CopyAction, -1, -1, listOf(item)));
+    connect(paste, &QAction::triggered, this, &VelaColorLibraryTreeView::paste);
+}
+
+void VelaColorLibraryTreeView::renameCurrent()
+{
+    if ((currentIndex().flags() & Qt::ItemIsEditable) != 0) {
+        edit(currentIndex().siblingAtColumn(0));
+    }
+}
+
+void VelaColorLibraryTreeView::copySelected()
+{
+    const QModelIndexList colors = selectedColors();
+    if (!colors.isEmpty()) {
+        QApplication::clipboard()->setMimeData(m_library->mimeData(colors));
+    }
+}
+
+void VelaColorLibraryTreeView::paste()
+{
+    const QModelIndex list = listOf(toLibrary(currentIndex()));
+    const QMimeData* const mime = QApplication::clipboard()->mimeData();
+    if (list.isValid() && mime != nullptr) {
+        m_library->dropMimeData(mime, Qt::CopyAction, -1, -1, list);
+    }
+}
+
+bool VelaColorLibraryTreeView::canDelete(const QModelIndex& item)
+{
+    return (item.flags() & Qt::ItemIsEditable) != 0;
+}
+
+void VelaColorLibraryTreeView::deleteSelected()
+{
+    deleteItems(selectedItems());
+}
+
+void VelaColorLibraryTreeView::deleteItems(const QModelIndexList& items)
+{
+    QList<QPersistentModelIndex> doomed;
+    for (const QModelIndex& item : items) {
+        if (canDelete(item)) {
+            doomed.append(item);
+        }
+    }
+    for (const QPersistentModelIndex& item : qAsConst(doomed)) {
+        if (item.isValid()) { // not gone with its list
+            m_library->removeRow(item.row(), item.parent());
+        }
+    }
+}
+
+// --- Drag
+
+void VelaColorLibraryTreeView::mousePressEvent(QMouseEvent* event)
+{
+    m_pressPos = event->pos();
+    m_pressModifiers = event->modifiers();
+    m_pressed = event->button() == Qt::LeftButton ? indexAt(event->pos()) : QModelIndex();
+    QTreeView::mousePressEvent(event);
+}
+
+void VelaColorLibraryTreeView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!isColor(m_pressed)) {
+        QTreeView::mouseMoveEvent(event);
+        return;
+    }
+    const int distance = (event->pos() - m_pressPos).manhattanLength();
+    if ((event->buttons() & Qt::LeftButton) != 0 && distance >= QApplication::startDragDistance()) {
+        const QModelIndex pressed = m_pressed;
+        m_pressed = QModelIndex();
+        drag(pressed);
+    }
+}
+
+void VelaColorLibraryTreeView::mouseReleaseEvent(QMouseEvent* event)
+{
+    m_pressed = QModelIndex();
+    QTreeView::mouseReleaseEvent(event);
+}
+
+void VelaColorLibraryTreeView::drag(const QModelIndex& index)
+{
+    const VelaColorLibraryItem* const item = itemAt(index);
+    const int side = 2 * fontMetrics().height();
+    auto* const drag = new QDrag(this);
+    drag->setMimeData(m_library->mimeData({toLibrary(index)}));
+    drag->setPixmap(swatchPixmap(item->color(), QSize(side, side), devicePixelRatioF()));
+    drag->exec(Qt::CopyAction);
+}
+
+void VelaColorLibraryTreeView::paintEvent(QPaintEvent* event)
+{
+    QTreeView::paintEvent(event);
+    if (model() != nullptr && model()->rowCount() > 0) {
+        return;
+    }
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+    const int room = fontMetrics().height();
+    painter.drawText(viewport()->rect().adjusted(room, room, -room, -room),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
+                     m_filter->text().isEmpty() ? tr("No swatches yet.")
+                                                : tr("No swatch matches the filter."));
+}
+
+} // namespace VelaColorPickerLib
