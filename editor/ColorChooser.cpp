@@ -36,11 +36,13 @@ void chooseColor(const Effect& effect, MapModel* model, VelaColor current, QWidg
     QObject::connect(picker, &ColorPickerWidget::rejected, &dialog, &QDialog::reject);
 
     if (Group* const group = model->group(effect.gid())) {
-        const QList<GroupProfile*> profiles = group->profileList();
+        QList<GroupProfile> profiles;
+        for (const GroupProfile* const profile : group->profileList()) {
+            profiles.append(*profile);
+        }
         if (!profiles.isEmpty()) {
-            picker->setProfileList(profiles);
-            const GroupProfile primary = group->primaryProfile();
-            picker->setPrimaryProfile(primary.profileId, primary.forwardFlag);
+            picker->setProfiles(profiles);
+            picker->setPrimaryProfile(group->primaryProfile());
         }
     }
     picker->setColor(current);
