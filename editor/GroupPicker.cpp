@@ -24,10 +24,8 @@ constexpr int kKinds = 4;
 
 /// The sign of a kind of group, 16 by 16: a chase runs along its lights, a synchronized group moves
 /// as one, a leaf is one light.
-QPixmap drawKind(int kind)
+QPixmap drawKind(int kind, const QColor& slate, const QColor& accent)
 {
-    const QColor slate(0x5b, 0x70, 0x8a);
-    const QColor accent(0xd2, 0x74, 0x1a);
     QPixmap picture(16, 16);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
@@ -67,7 +65,9 @@ const QIcon& kindIcon(int kind)
     static const std::array<QIcon, kKinds> kIcons = [] {
         std::array<QIcon, kKinds> icons;
         for (int i = 0; i < kKinds; ++i) {
-            icons[static_cast<std::size_t>(i)] = QIcon(drawKind(i));
+            QIcon& icon = icons[static_cast<std::size_t>(i)];
+            icon = QIcon(drawKind(i, QColor(0x5b, 0x70, 0x8a), QColor(0xd2, 0x74, 0x1a)));
+            icon.addPixmap(drawKind(i, Qt::white, Qt::white), QIcon::Selected);
         }
         return icons;
     }();

@@ -25,6 +25,13 @@ constexpr int kMinimumHeight = 660;
 constexpr int kNameWidth = 80;
 constexpr int kTypeWidth = 120;
 constexpr int kGroupWidth = 100;
+// Of the other columns, in digits.
+constexpr int kNumberDigits = 7;
+constexpr int kTimeDigits = 9;
+constexpr int kFormLetters = 30; // of the room for forms, before the first one
+// How the width is shared out.
+constexpr int kTableShare = 2;
+constexpr int kFormShare = 1;
 
 } // namespace
 
@@ -47,8 +54,8 @@ void MetaWidget::setUpForm()
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(2 * unit, 2 * unit, 2 * unit, unit);
     layout->setSpacing(2 * unit);
-    layout->addWidget(makeTablePart(), 1);
-    layout->addWidget(makeParameterPart());
+    layout->addWidget(makeTablePart(), kTableShare);
+    layout->addWidget(makeParameterPart(), kFormShare);
     setMinimumSize(kMinimumWidth, kMinimumHeight);
     fitMinimumSize();
 }
@@ -106,7 +113,7 @@ QWidget* MetaWidget::makeParameterPart()
     const int unit = QFontMetrics(font()).lineSpacing() / 2;
     m_parameterRoom = new QWidget(this);
     m_parameterRoom->setObjectName(QStringLiteral("parameterRoom"));
-    m_parameterRoom->setMinimumWidth(QFontMetrics(font()).averageCharWidth() * 50);
+    m_parameterRoom->setMinimumWidth(QFontMetrics(font()).averageCharWidth() * kFormLetters);
     m_parameterBox = new QGroupBox(m_parameterRoom);
     m_parameterBox->setObjectName(QStringLiteral("parameterBox"));
     m_parameterFrame = new QFrame(m_parameterBox);
@@ -140,9 +147,10 @@ void MetaWidget::setUpTable()
     m_table->setColumnWidth(NameColumn, kNameWidth);
     m_table->setColumnWidth(TypeColumn, kTypeWidth);
     m_table->setColumnWidth(GroupColumn, kGroupWidth);
-    const int numberWidth = fontMetrics().horizontalAdvance(QStringLiteral("0000000.000"));
+    const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
     for (int column = PriorityColumn; column < FadeOutColumn; ++column) {
-        m_table->setColumnWidth(column, numberWidth);
+        const bool hasIcon = column == StartColumn || column == EndColumn;
+        m_table->setColumnWidth(column, digit * (hasIcon ? kTimeDigits : kNumberDigits));
     }
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->horizontalHeader()->setHighlightSections(false);

@@ -3,6 +3,7 @@
 #include "editor/MetaWidget.h"
 #include "editor/SortingPause.h"
 #include "editor/StateIcons.h"
+#include "editor/TypeBox.h"
 #include "engine/EffectFactory.h"
 #include "engine/MetaEffect.h"
 #include "map/Group.h"
@@ -13,24 +14,12 @@
 #include <QSignalBlocker>
 #include <QStringListModel>
 #include <QTableWidgetItem>
-#include <QWheelEvent>
 
 #include <algorithm>
 
 namespace {
 
 constexpr double kMsPerSecond = 1000.0;
-
-/// The box of a row. The wheel scrolls the table, whatever lies below the mouse: a turn must not
-/// change the type of an effect.
-class TypeBox : public QComboBox
-{
-public:
-    using QComboBox::QComboBox;
-
-protected:
-    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
-};
 
 QTableWidgetItem* makeItem(const QVariant& value, Qt::Alignment alignment, bool isEditable = false)
 {
@@ -167,10 +156,8 @@ void MetaWidget::addTableRow(Effect* effect, const QString& groupName)
 
 QComboBox* MetaWidget::makeTypeBox(const Effect& effect)
 {
-    auto* box = new TypeBox;
+    auto* box = new TypeBox(m_table);
     box->setAccessibleName(tr("Type"));
-    box->setFocusPolicy(Qt::ClickFocus); // tab leads past the table, not through its rows
-    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     box->setModel(m_rowTypes);
     box->setProperty("eid", effect.eid());
     const QString type = effect.type();

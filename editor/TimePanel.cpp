@@ -16,7 +16,7 @@ enum Column : int { KindColumn = 0, ControlColumn };
 
 constexpr int kLeastCycles = 1;
 constexpr int kMostCycles = 1000;
-constexpr int kTargetLetters = 10; // of the names of effects, at least
+constexpr int kTargetLetters = 8; // of the names of effects, at least
 
 } // namespace
 
