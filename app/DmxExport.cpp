@@ -97,12 +97,8 @@ void DmxExport::recordFrames(int rate, const QDateTime& base)
 
 void DmxExport::rewind(const QDateTime& base)
 {
-    m_show->stopAll();
-    // A pending restart counts from the time of the tick before, which is thus set to the base.
-    const bool wasActive = m_show->active();
-    m_show->setActive(false);
-    m_show->tick(base, 0);
-    m_show->setActive(wasActive);
+    // The restart, too, counts from the time of the tick before.
+    m_show->rewindAll(base);
     m_show->restart();
     m_show->setStartTime(base);
 }

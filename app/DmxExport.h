@@ -27,7 +27,7 @@ public:
 private:
     void startRecordings(const QString& chosenPath, int rate, const QDateTime& created);
     void recordFrames(int rate, const QDateTime& base);
-    /// Puts the show to its start at the moment `base`.
+    /// Puts the show, with the timelines in it, to its start at the moment `base`.
     void rewind(const QDateTime& base);
 
     MapModel* m_model = nullptr;

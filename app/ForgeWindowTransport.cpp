@@ -93,8 +93,9 @@ void ForgeWindow::pause(bool on)
     }
     m_engine->pause(false);
     if (m_show != nullptr) {
-        // Stopped children are entered anew by the next frame, with start times that fit.
-        m_show->stopAll();
+        // Stopped children are entered anew by the next frame, with start times that fit. What was
+        // shown while the slider moved lies ahead of the clock or behind it.
+        m_show->rewindAll(QDateTime::currentDateTime());
         const qint64 offset = static_cast<qint64>(m_show->end() / 500) * m_playback->value();
         m_show->setStartTime(QDateTime::currentDateTime().addMSecs(-offset));
     }

@@ -187,10 +187,17 @@ private:
     std::unique_ptr<EffectEngine> m_engine;
 };
 
+using Sites = std::map<int, std::unique_ptr<Site>>;
+
+Sites& allSites()
+{
+    static Sites sites;
+    return sites;
+}
+
 Site& siteOf(int count)
 {
-    static std::map<int, std::unique_ptr<Site>> sites;
-    std::unique_ptr<Site>& site = sites[count];
+    std::unique_ptr<Site>& site = allSites()[count];
     if (site == nullptr) {
         site = std::make_unique<Site>(count);
     }
@@ -267,5 +274,6 @@ int main(int argc, char** argv)
     initForgeResources();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
+    allSites().clear(); // while the application and the tables of colours stand
     return 0;
 }

@@ -69,9 +69,9 @@ void CustomRainbowEffect::updateParts()
         const CustomRainbowEntry& entry = *m_entries[i];
         Part& part = m_parts[i];
         part.color = entry.color;
-        part.screen = toDisplayQColor(entry.color);
+        part.shown = VelaColor(toDisplayQColor(entry.color));
         part.held = interpolate(entry.color, entry.color, 1.0);
-        part.heldScreen = EffectSupport::qInterpolate(part.screen, part.screen, 1.0);
+        part.heldScreen = toDisplayQColor(interpolate(part.shown, part.shown, 1.0));
         part.fadeMs = entry.fade * 1000.0;
         sum += roundedMs(entry.duration);
         greatest = std::max(greatest, sum);
@@ -125,7 +125,7 @@ void CustomRainbowEffect::updateLights()
                 } else {
                     const Part& next = m_parts[from + 1 == m_parts.size() ? 0 : from + 1];
                     c = interpolate(part.color, next.color, 1.0 - factor);
-                    q = EffectSupport::qInterpolate(part.screen, next.screen, 1.0 - factor);
+                    q = toDisplayQColor(interpolate(part.shown, next.shown, 1.0 - factor));
                 }
                 EffectSupport::fadeAlpha(*this, c, q);
             }

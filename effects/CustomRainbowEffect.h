@@ -64,8 +64,8 @@ private:
     struct Part
     {
         VelaColor color;
-        QColor screen;
-        VelaColor held; // color as a mix with itself comes out
+        VelaColor shown; // its screen colour, as qInterpolate() mixes it
+        VelaColor held;  // color as a mix with itself comes out
         QColor heldScreen;
         double fadeMs = 0.0;
     };

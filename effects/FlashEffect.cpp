@@ -196,9 +196,14 @@ void FlashEffect::updateLights()
     const int layer = static_cast<int>(priority());
     const auto paint = [&](QRgb rgb, int first, int count) {
         const double alpha = transparent.matches(rgb) ? 0.0 : visible;
+        prefetchBehind(m_lights, m_lightCount, first + count);
+        if (alpha == 1.0) {
+            Light::mixPixelRow(m_lights + first, count, rgb, layer);
+            return;
+        }
         VelaColor color(rgb);
-        QColor screen(rgb);
         color.setAlphaF(alpha);
+        QColor screen(rgb);
         screen.setAlphaF(alpha);
         Light::mixRow(m_lights + first, count, color, screen, layer);
     };

@@ -131,8 +131,13 @@ void ImageEffect::updateLights()
     const int layer = static_cast<int>(priority());
     const auto paint = [&](const PictureSample& sample, int first, int count) {
         Light* const* const lights = m_lights + first;
+        prefetchBehind(m_lights, m_lightCount, first + count);
         if (sample.isOutside) {
             Light::mixRow(lights, count, outside, outsideScreen, layer);
+            return;
+        }
+        if (sample.alpha == 1.0 && !isFading) {
+            Light::mixPixelRow(lights, count, sample.rgb, layer);
             return;
         }
         VelaColor color(sample.rgb);
@@ -213,6 +218,7 @@ void ImageEffect::fromXml(QDomElement* element)
 void ImageEffect::setImageFile(const QString& path)
 {
     m_imageFile = path;
+    m_isFailureReported = false;
     loadImage();
 }
 
@@ -241,7 +247,11 @@ void ImageEffect::loadImage()
     QString reason;
     const QImage image = PictureFile::read(m_imageFile, &reason);
     if (image.isNull()) {
-        qDebug("Picture %s can't be read: %s", qUtf8Printable(m_imageFile), qUtf8Printable(reason));
+        if (!m_isFailureReported) { // each compile() tries again
+            m_isFailureReported = true;
+            qDebug("Picture %s can't be read: %s", qUtf8Printable(m_imageFile),
+                   qUtf8Printable(reason));
+        }
         return;
     }
     m_image = PictureFile::toRgb32(image);

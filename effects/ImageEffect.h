@@ -96,6 +96,7 @@ private:
     ScreenColor m_bgScreen;
     QRgb m_bgRgb = 0xFF000000U; // of m_bgColor
     bool m_imageLoaded = false;
+    bool m_isFailureReported = false; // of m_imageFile
     QString m_outputSizeText;
     Light* const* m_lights = nullptr; // not owned
     int m_lightCount = 0;

@@ -220,6 +220,28 @@ void MetaEffect::stopAll()
     }
 }
 
+void MetaEffect::rewindAll(const QDateTime& now)
+{
+    const bool wasActive = active();
+    setActive(false);
+    tick(now, frame());
+    QSet<const MetaEffect*> seen = {this};
+    QList<MetaEffect*> timelines = {this};
+    while (!timelines.isEmpty()) {
+        MetaEffect* const timeline = timelines.takeLast();
+        timeline->stopAll();
+        for (Effect* const child : qAsConst(timeline->m_effects)) {
+            child->tick(now, child->frame());
+            auto* const nested = qobject_cast<MetaEffect*>(child);
+            if (nested != nullptr && !seen.contains(nested)) {
+                seen.insert(nested);
+                timelines.append(nested);
+            }
+        }
+    }
+    setActive(wasActive);
+}
+
 void MetaEffect::deleteShow()
 {
     // A list may hold an effect twice, or a timeline that it lies in.

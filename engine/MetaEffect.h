@@ -42,6 +42,10 @@ public:
     void compileAll();
     /// Clears active on every child.
     void stopAll();
+    /// Stops the effects of this timeline and of all timelines in it, and takes `now` for the time
+    /// of their last tick and its own: an effect that begins anew by itself counts from that, and
+    /// after a seek or an export it would lie ahead of the clock. Nothing is painted.
+    void rewindAll(const QDateTime& now);
     void clearResolved() { m_resolved.clear(); }
     bool loop() const { return m_loop; }
     void setLoop(bool on) { m_loop = on; }

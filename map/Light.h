@@ -53,6 +53,9 @@ public:
     /// way to paint many lights alike.
     static void mixRow(Light* const* lights, int count, const VelaColor& c, const QColor& q,
                        int priority);
+    /// mixRow() of VelaColor(pixel) and QColor(pixel), both opaque, for less: pictures have a
+    /// colour of its own for nearly every light.
+    static void mixPixelRow(Light* const* lights, int count, QRgb pixel, int priority);
     /// Keeps the painted colour for the next frame (`store`), or puts the kept one over this frame.
     void carryOver(bool store);
     /// Alpha of the painted colour, 0..1; any other value makes the colour invalid.
@@ -76,6 +79,13 @@ public:
         if (light != nullptr) {
             __builtin_prefetch(&light->m_frame, 1);
         }
+    }
+    /// The same ahead of a colour that the light has not shown before.
+    static void prefetchForChange(const Light* light)
+    {
+        prefetch(light);
+        const auto address = reinterpret_cast<quintptr>(light);
+        __builtin_prefetch(reinterpret_cast<const void*>(address + 2 * kCacheLine), 1);
     }
 
     quint64 uid() const { return m_uid; }
@@ -127,6 +137,8 @@ private:
     static constexpr int kWidestLight = 32; // the greatest footprint is 20
     static constexpr quint64 kNoTag = 0;    // an invalid colour, NaN, or one written from outside
     static constexpr quint64 kBlackTag = 1;
+    static constexpr quint64 kPixelTag = 1ULL
+                                         << 63U; // and the pixel's 24 bits: no count gets there
 
     enum Flag : quint8 {
         MixFresh = 1,   // the next mixColor is the first layer
@@ -184,6 +196,7 @@ private:
     void setMix(const VelaColor& color, quint64 tag);
     void takeMixLayer(MixLayer& layer);
     void takeSimLayer(SimLayer& layer);
+    static void takeRow(Light* const* lights, int count, MixLayer& mix, SimLayer& sim);
     const quint8* bytes() const
     {
         return m_frame.footprint <= kInlineBytes ? m_frame.bytes : m_wideBytes;

@@ -131,9 +131,13 @@ struct Light::MixLayer
     const MixResult* last;
 
     MixLayer(Tables& tables, const VelaColor& c, int p)
+        : MixLayer(tables, c, tables.tagOf(c), p)
+    {}
+    /// `t` stands for the colour and for no other.
+    MixLayer(Tables& tables, const VelaColor& c, quint64 t, int p)
         : known(tables)
         , color(c)
-        , tag(tables.tagOf(c))
+        , tag(t)
         , priority(p)
         , isOpaque(c.alpha32() == 0xFFFFFFFFU)
         , last(&tables.mixes.front())
@@ -277,23 +281,39 @@ void Light::mixSimColor(const QColor& q, int priority)
     takeSimLayer(layer);
 }
 
-void Light::mixRow(Light* const* lights, int count, const VelaColor& c, const QColor& q,
-                   int priority)
+inline void Light::takeRow(Light* const* lights, int count, MixLayer& mix, SimLayer& sim)
 {
     constexpr int kAhead = 8;
-    Tables& known = Tables::instance();
-    MixLayer mixLayer(known, c, priority);
-    SimLayer simLayer(known, q, priority);
     for (int i = 0; i < count; ++i) {
         if (i + kAhead < count) {
             prefetch(lights[i + kAhead]);
         }
         Light* const light = lights[i];
         if (light != nullptr) {
-            light->takeMixLayer(mixLayer);
-            light->takeSimLayer(simLayer);
+            light->takeMixLayer(mix);
+            light->takeSimLayer(sim);
         }
     }
+}
+
+void Light::mixRow(Light* const* lights, int count, const VelaColor& c, const QColor& q,
+                   int priority)
+{
+    Tables& known = Tables::instance();
+    MixLayer mixLayer(known, c, priority);
+    SimLayer simLayer(known, q, priority);
+    takeRow(lights, count, mixLayer, simLayer);
+}
+
+void Light::mixPixelRow(Light* const* lights, int count, QRgb pixel, int priority)
+{
+    constexpr QRgb kColorBits = 0xFFFFFFU;
+    const VelaColor color(pixel);
+    const QColor screen(pixel);
+    Tables& known = Tables::instance();
+    MixLayer mixLayer(known, color, kPixelTag | (pixel & kColorBits), priority);
+    SimLayer simLayer(known, screen, priority);
+    takeRow(lights, count, mixLayer, simLayer);
 }
 
 VelaColor& Light::mixColorRef()

@@ -218,6 +218,7 @@ private slots:
     void everythingIsAsBefore_data();
     void everythingIsAsBefore();
     void theShowGoesOnFromItsStart();
+    void effectsThatRestartGoOnAtAnyDepth();
     void theFolderIsRemembered();
 
 private:
@@ -775,6 +776,48 @@ void DmxExportTest::theShowGoesOnFromItsStart()
         QVERIFY(m_bench->root()->elapsed() > former);
         former = m_bench->root()->elapsed();
         QCOMPARE(child->elapsed(), former);
+    }
+}
+
+/// Effects that begin anew by themselves do so from the frame before, which for the first one after
+/// an export must not be one that still lies ahead.
+void DmxExportTest::effectsThatRestartGoOnAtAnyDepth()
+{
+    constexpr quint32 kLengthMs = 60000;
+    // Over after a millisecond: begins anew in every frame.
+    const auto rainbow = [](int eid) {
+        return WindowBench::effectXml(
+            eid, kLengthMs,
+            QStringLiteral(
+                "<color_0>red</color_0><duration_0>0.001</duration_0><fade_0>0</fade_0>"),
+            QStringLiteral("Custom Rainbow"));
+    };
+    const auto timeline = [](int eid, const QString& children) {
+        return WindowBench::effectXml(eid, kLengthMs, children, QStringLiteral("Meta Effect"));
+    };
+    m_bench->open(
+        m_bench->file("site.map", threeControllers()),
+        m_bench->file(
+            "night.sho",
+            WindowBench::rootXml(rainbow(1) + timeline(2, rainbow(1) + timeline(2, rainbow(1))))));
+    QSignalSpy ticks(m_bench->engine(), &EffectEngine::EngineTick);
+    QVERIFY(ticks.wait());
+    QElapsedTimer clock;
+    clock.start();
+    exportTo("show.dmx", 40);
+    QVERIFY(clock.elapsed() < kLengthMs);
+    QCOMPARE(recording("show_Side.dmx").frames.size(), 2400);
+    for (int frame = 0; frame < 2; ++frame) {
+        QVERIFY(ticks.wait());
+        const MetaEffect* timelineAt = m_bench->root();
+        for (int depth = 0; depth < 3; ++depth) {
+            const Effect* const restarting = timelineAt->effectByEid(1);
+            QVERIFY(restarting->active());
+            const qint64 ahead = restarting->startMs() - QDateTime::currentMSecsSinceEpoch();
+            QVERIFY2(ahead <= 0, qPrintable(QStringLiteral("depth %1: %2").arg(depth).arg(ahead)));
+            timelineAt = qobject_cast<MetaEffect*>(timelineAt->effectByEid(2));
+            QCOMPARE(timelineAt == nullptr, depth == 2);
+        }
     }
 }
 

@@ -515,17 +515,21 @@ void ForgeWindowShowTest::saveAsCancelledForgetsTheName()
 
 void ForgeWindowShowTest::whatIsSavedReadsBack()
 {
+    // The second one waits for an hour: its fade would be saved as the transparency of the moment.
+    const QString later = QStringLiteral("<startfixedtime>3600000</startfixedtime>"
+                                         "<begin>3600000</begin><end>3602500</end>"
+                                         "<fadein>250</fadein>");
     const QString file = m_bench->file(
         "two.sho", WindowBench::rootXml(
                        WindowBench::effectXml(4, 1500, QStringLiteral("<priority>3</priority>")) +
-                       WindowBench::effectXml(9, 2500, QStringLiteral("<fadein>250</fadein>"),
-                                              QStringLiteral("Cross Fade"))));
+                       WindowBench::effectXml(9, 2500, later, QStringLiteral("Cross Fade"))));
     m_bench->open(m_bench->map(), file);
     m_bench->action("saveShowAction")->trigger();
     const QString first = WindowBench::text(file);
     m_bench->dialogs.expectFile(file);
     m_bench->action("openShowAction")->trigger();
     QCOMPARE(effects(), 2);
+    QVERIFY(first.contains(QStringLiteral("<begin>3600000</begin>")));
     m_bench->action("saveShowAction")->trigger();
     QCOMPARE(WindowBench::text(file), first);
 }

@@ -45,6 +45,8 @@ private slots:
     void playResumesAtTheSlidersPlace_data();
     void playResumesAtTheSlidersPlace();
     void playLetsEffectsEnterAnew();
+    void effectsThatRestartPlayOnAfterASeek_data();
+    void effectsThatRestartPlayOnAfterASeek();
     void theEditorsRequestPauses();
     void theTimerIsSlowFirst();
     void thePauseButtonHoldsAgainstATick();
@@ -403,6 +405,50 @@ void ForgeWindowTransportTest::playLetsEffectsEnterAnew()
     goTo(7000);
     QVERIFY(effect->active());
     QCOMPARE(effect->elapsed(), 7000);
+}
+
+void ForgeWindowTransportTest::effectsThatRestartPlayOnAfterASeek_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    QTest::newRow("ahead") << 0 << 400;
+    QTest::newRow("back") << 400 << 0;
+}
+
+/// An effect that begins anew by itself counts from its frame before, and after a seek that one was
+/// painted at a time that the clock has not come to or left long ago.
+void ForgeWindowTransportTest::effectsThatRestartPlayOnAfterASeek()
+{
+    QFETCH(const int, from);
+    QFETCH(const int, to);
+    constexpr quint32 kLengthMs = 60000;
+    // Over after a millisecond: begins anew in every frame.
+    const QString rainbow = WindowBench::effectXml(
+        1, kLengthMs,
+        QStringLiteral("<color_0>red</color_0><duration_0>0.001</duration_0><fade_0>0</fade_0>"),
+        QStringLiteral("Custom Rainbow"));
+    const QString nested =
+        WindowBench::effectXml(2, kLengthMs, rainbow, QStringLiteral("Meta Effect"));
+    m_bench->open(m_bench->map(),
+                  m_bench->file("night.sho", WindowBench::rootXml(rainbow + nested)));
+    m_bench->pauseButton()->setChecked(true);
+    m_bench->slider()->setValue(from);
+    m_bench->slider()->setValue(to);
+    const qint64 before = QDateTime::currentMSecsSinceEpoch();
+    m_bench->pauseButton()->setChecked(false);
+    QSignalSpy ticks(m_bench->engine(), &EffectEngine::EngineTick);
+    for (int frame = 0; frame < 2; ++frame) {
+        QVERIFY(ticks.wait());
+        const auto* const timeline =
+            qobject_cast<const MetaEffect*>(m_bench->root()->effectByEid(2));
+        QVERIFY(timeline != nullptr);
+        for (const Effect* const effect :
+             {m_bench->root()->effectByEid(1), timeline->effectByEid(1)}) {
+            QVERIFY(effect->active());
+            QVERIFY(effect->startMs() >= before);
+            QVERIFY(effect->startMs() <= QDateTime::currentMSecsSinceEpoch());
+        }
+    }
 }
 
 void ForgeWindowTransportTest::theEditorsRequestPauses()

@@ -278,7 +278,11 @@ void ImageEffectTest::aPictureThatFailsChangesNothing()
         QCOMPARE(LogCapture::lines().size(), name.isEmpty() ? 0 : 1);
         QVERIFY(name.isEmpty() || LogCapture::lines().first().startsWith(
                                       QStringLiteral("Picture %1 can't be read: ").arg(bad)));
+        effect.compile(); // tries again, and has told it
         effect.compile();
+        QCOMPARE(LogCapture::lines().size(), name.isEmpty() ? 0 : 1);
+        effect.setImageFile(bad);
+        QCOMPARE(LogCapture::lines().size(), name.isEmpty() ? 0 : 2);
     }
     QVERIFY(!effect.imageLoaded());
     effect.setBgColor(Qt::red);

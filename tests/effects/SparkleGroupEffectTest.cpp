@@ -346,6 +346,14 @@ void SparkleGroupEffectTest::reachesTheOutputsOnly()
     stage.light(8)->mixSimColor(Qt::red, 3);
     QCOMPARE(stage.mix(8), mixed(0.5, 0.0, 0.5));
     QCOMPARE(stage.sim(8), QColor(Qt::red));
+    // And as a third one behind what the simulation saw of one before.
+    stage.endFrame();
+    stage.light(8)->mixColor(Qt::green, 3);
+    stage.light(8)->mixSimColor(QColor(Qt::green), 3);
+    effect->tick(TestShow::kStartMs, 0);
+    stage.light(8)->mixColor(Qt::red, 3);
+    stage.light(8)->mixSimColor(QColor(Qt::red), 3);
+    QCOMPARE(stage.sim(8), QColor(85, 170, 0));
 }
 
 void SparkleGroupEffectTest::aPausePutsAllSparklesOut()

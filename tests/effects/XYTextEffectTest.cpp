@@ -146,6 +146,16 @@ void XYTextEffectTest::reachesTheOutputsOnly()
     QCOMPARE(stage.mix(1).toQColor(true), QColor(Qt::white));
     QCOMPARE(stage.sim(1), QColor(Qt::blue));
     QCOMPARE(stage.sim(2), QColor(Qt::black));
+
+    // A later effect of equal priority weighs its screen colour as the third, not as the second.
+    stage.endFrame();
+    stage.light(1)->mixColor(Qt::blue, 1);
+    stage.light(1)->mixSimColor(QColor(Qt::blue), 1);
+    effect.tick(TestShow::kStartMs, 0);
+    stage.light(1)->mixColor(Qt::red, 1);
+    stage.light(1)->mixSimColor(QColor(Qt::red), 1);
+    QCOMPARE(stage.sim(1), QColor(85, 0, 170));
+    QCOMPARE(stage.mix(1).toQColor(true), QColor(170, 85, 170));
 }
 
 void XYTextEffectTest::looksAtNoTransparency_data()

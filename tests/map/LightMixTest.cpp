@@ -412,10 +412,18 @@ void LightMixTest::rowsGiveWhatSingleLightsGive()
             const VelaColor color = palette.color();
             const QColor q = palette.simColor();
             const int priority = palette.below(3);
-            Light::mixRow(row.data() + from, count, color, q, priority);
+            const bool isPixel = palette.below(3) == 0;
+            const QRgb pixel = qRgb(palette.below(3), palette.below(3), 255);
+            if (isPixel) {
+                Light::mixPixelRow(row.data() + from, count, pixel, priority);
+            } else {
+                Light::mixRow(row.data() + from, count, color, q, priority);
+            }
             for (int i = from; i < from + count; ++i) {
-                plain[static_cast<std::size_t>(i)].mixColor(color, priority);
-                plain[static_cast<std::size_t>(i)].mixSimColor(q, priority);
+                plain[static_cast<std::size_t>(i)].mixColor(isPixel ? VelaColor(pixel) : color,
+                                                            priority);
+                plain[static_cast<std::size_t>(i)].mixSimColor(isPixel ? QColor(pixel) : q,
+                                                               priority);
             }
         }
         for (std::size_t i = 0; i < kLights; ++i) {

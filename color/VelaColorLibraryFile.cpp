@@ -1,0 +1,288 @@
+#include "color/Sorrel3ProjectHelper.h"
+#include "color/VelaColorLibrary.h"
+#include "color/VelaColorLibraryItem.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QDir>
+#include <QDomDocument>
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QSaveFile>
+#include <QSet>
+#include <QStandardPaths>
+#include <QTextStream>
+
+namespace {
+
+constexpr int kIndent = 1;
+const QLatin1String kRootTag("ColorLibraryList");
+const QLatin1String kFormat("Sorrel3");
+
+/// The wait cursor, where there is a screen.
+class WaitCursor
+{
+public:
+    WaitCursor()
+    {
+        if (qGuiApp != nullptr) {
+            QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
+        }
+    }
+    ~WaitCursor()
+    {
+        if (qGuiApp != nullptr) {
+            QGuiApplication::restoreOverrideCursor();
+        }
+    }
+    Q_DISABLE_COPY(WaitCursor)
+};
+
+} // namespace
+
+/// Holds the library's notifications while a document is entered.
+class VelaColorLibrary::Loading
+{
+public:
+    explicit Loading(VelaColorLibrary* library)
+        : m_library(library)
+        , m_before(library->m_loading)
+    {
+        library->m_loading = true;
+    }
+    ~Loading() { m_library->m_loading = m_before; }
+    Q_DISABLE_COPY(Loading)
+
+    /// Enters the lists of `document`, `naming` telling under which names.
+    void read(const QDomDocument& document, const Sorrel3ProjectHelper::ListNaming& naming,
+              QString* error)
+    {
+        constexpr double kNoRatio = 1.0; // nobody previews
+        auto* helper = new Sorrel3ProjectHelper(naming);
+        connect(helper, &Sorrel3ProjectHelper::insertList, m_library,
+                &VelaColorLibrary::createColorList);
+        connect(helper, &Sorrel3ProjectHelper::insertColor, m_library,
+                &VelaColorLibrary::handleInsertColor);
+        connect(helper, &Sorrel3ProjectHelper::listRead, m_library,
+                &VelaColorLibrary::onColorLibraryListChanged);
+        helper->read(document, error, nullptr, kNoRatio);
+        helper->deleteLater();
+    }
+
+private:
+    VelaColorLibrary* m_library;
+    bool m_before;
+};
+
+QString VelaColorLibrary::userFolder()
+{
+    static const QString folder = [] {
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        return (data.isEmpty() ? QDir::homePath() : data) + QStringLiteral("/Ostrand Halden");
+    }();
+    return folder;
+}
+
+QString VelaColorLibrary::userFile()
+{
+    return userFolder() + QStringLiteral("/userColors.xml");
+}
+
+bool VelaColorLibrary::readFile(const QString& path, QDomDocument* document, QString* error) const
+{
+    QFile file(path);
+    const bool isOpen = file.open(QIODevice::ReadOnly);
+    qDebug("opened %d", int(isOpen));
+    if (!isOpen) {
+        *error = tr("%1 can't be read: %2").arg(path, file.errorString());
+        return false;
+    }
+    QString reason;
+    int line = 0;
+    if (!document->setContent(&file, &reason, &line)) {
+        *error = tr("%1 is no library of colors: %2 in line %3").arg(path, reason).arg(line);
+        qDebug("%s", qUtf8Printable(*error));
+        return false;
+    }
+    return true;
+}
+
+bool VelaColorLibrary::load(const QString& path, QString* error)
+{
+    if (m_dirty) {
+        save();
+    }
+    const WaitCursor wait;
+    const QString file = path.isEmpty() ? userFile() : path;
+    qDebug("Filepath: %s", qUtf8Printable(file));
+    QString wrong;
+    QDomDocument document;
+    const bool isThere = QFileInfo::exists(file);
+    const bool isRead = readFile(file, &document, &wrong);
+    if (isRead) {
+        Loading loading(this);
+        QSet<QString> filled; // by this file: its second list of a name is another one
+        loading.read(
+            document,
+            [&](const QString& name) {
+                const VelaColorLibraryItem* const known = list(name);
+                const bool isEmptyOwn =
+                    known != nullptr && known->isUserLibrary() && known->childCount() == 0;
+                const QString entered =
+                    isEmptyOwn && !filled.contains(name) ? name : uniqueListName(name);
+                filled.insert(entered);
+                return entered;
+            },
+            &wrong);
+    } else if (isThere && file == userFile()) {
+        QFile::remove(file + QStringLiteral(".bak"));
+        QFile::copy(file, file + QStringLiteral(".bak")); // the next save takes its place
+    }
+    if (error != nullptr) {
+        *error = wrong;
+    }
+    m_libraryLoaded = true;
+    return isRead;
+}
+
+void VelaColorLibrary::loadPresets()
+{
+    static const QStringList kFilters = {QStringLiteral("*.velacolors")};
+    const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/Presets"));
+    const QFileInfoList files = folder.entryInfoList(kFilters, QDir::Files, QDir::Name);
+    for (const QFileInfo& file : files) {
+        const WaitCursor wait;
+        qDebug("Filepath: %s", qUtf8Printable(file.filePath()));
+        QString wrong;
+        QDomDocument document;
+        if (readFile(file.filePath(), &document, &wrong)) {
+            Loading(this).read(
+                document, [this](const QString& name) { return uniqueListName(name); }, &wrong);
+        }
+    }
+}
+
+bool VelaColorLibrary::importFile(const QString& path, QString* error)
+{
+    QString wrong;
+    QDomDocument document;
+    QStringList added;
+    if (readFile(path, &document, &wrong)) {
+        Loading(this).read(
+            document,
+            [&](const QString& name) {
+                added << uniqueListName(name);
+                // The user's own now, whatever it was.
+                createColorList(added.last(), true);
+                return added.last();
+            },
+            &wrong);
+        if (added.isEmpty()) {
+            wrong = tr("%1 holds no colors").arg(path);
+        }
+    }
+    if (error != nullptr) {
+        *error = wrong;
+    }
+    for (const QString& listId : qAsConst(added)) {
+        emit changed(listId);
+    }
+    if (!added.isEmpty()) {
+        onColorLibraryListChanged(added.last());
+    }
+    return !added.isEmpty();
+}
+
+bool VelaColorLibrary::writeDocument(const QDomDocument& document, const QString& path)
+{
+    const QString text = document.toString(kIndent);
+    qDebug("%s", qUtf8Printable(text));
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        qDebug("%s can't be written: %s", qUtf8Printable(path), qUtf8Printable(file.errorString()));
+        return false;
+    }
+    QTextStream stream(&file);
+    stream.setCodec("UTF-8");
+    stream << text;
+    stream.flush();
+    if (stream.status() != QTextStream::Ok || !file.commit()) {
+        qDebug("%s can't be written: %s", qUtf8Printable(path), qUtf8Printable(file.errorString()));
+        return false;
+    }
+    return true;
+}
+
+bool VelaColorLibrary::save()
+{
+    if (!m_libraryLoaded) {
+        return false;
+    }
+    QDomDocument document;
+    QDomElement root = document.createElement(kRootTag);
+    document.appendChild(root);
+    for (int row = 0; row < rowCount(); ++row) {
+        const QModelIndex place = index(row, SwatchColumn);
+        const VelaColorLibraryItem* const item = itemAt(place);
+        const bool isIdle = item->name() == explicitListName() && item->childCount() == 0;
+        if ((flags(place) & Qt::ItemIsEditable) != 0 && !isIdle) {
+            root.appendChild(item->toElement(document, kFormat, true));
+        }
+    }
+    const bool isSaved = QDir().mkpath(userFolder()) && writeDocument(document, userFile());
+    m_dirty = !isSaved;
+    return isSaved;
+}
+
+bool VelaColorLibrary::exportColors(const QModelIndexList& items, const QString& path) const
+{
+    QSet<const VelaColorLibraryItem*> chosen;
+    for (const QModelIndex& place : items) {
+        chosen.insert(itemAt(place));
+    }
+    QDomDocument document;
+    QDomElement root = document.createElement(kRootTag);
+    document.appendChild(root);
+    for (int row = 0; row < m_root->childCount(); ++row) {
+        const VelaColorLibraryItem* const list = m_root->child(row);
+        QList<Sorrel3ProjectHelper::Swatch> swatches;
+        for (int i = 0; i < list->childCount(); ++i) {
+            const VelaColorLibraryItem* const item = list->child(i);
+            if (chosen.contains(list) || chosen.contains(item)) {
+                swatches.append({item->uid(), item->name(), item->color().toString(),
+                                 item->originatingPreset(), item->colorId()});
+            }
+        }
+        if (!swatches.isEmpty() || chosen.contains(list)) {
+            root.appendChild(
+                Sorrel3ProjectHelper::listElement(document, list->name(), true, swatches));
+        }
+    }
+    return writeDocument(document, path);
+}
+
+QDomElement VelaColorLibrary::projectElement(QDomDocument& document) const
+{
+    const VelaColorLibraryItem* const project = list(projectListName());
+    if (project->childCount() == 0) {
+        return {};
+    }
+    QDomElement root = document.createElement(kRootTag);
+    root.appendChild(project->toElement(document, kFormat, false));
+    return root;
+}
+
+void VelaColorLibrary::readProject(const QDomDocument& document)
+{
+    const QModelIndex project = listIndex(projectListName());
+    {
+        Loading loading(this);
+        if (rowCount(project) > 0) {
+            removeRows(0, rowCount(project), project);
+        }
+        loading.read(
+            document, [](const QString&) { return projectListName(); }, nullptr);
+    }
+    emit changed(projectListName());
+}
