@@ -43,6 +43,11 @@ public slots:
     void handleSaveShowAsAction();
     void handleNewShowAction();
     void handleAboutAction();
+    void handleCopyEffectAction();
+    void handleCutEffectAction();
+    void handlePasteEffectAction();
+    void handleDeleteEffectAction();
+    void handleSelectAllEffectAction();
     void handleWriteDMXAction();
     void handleEditPreferencesAction();
     void handleSimAlwaysOnTopToggled(bool b);

@@ -1,6 +1,7 @@
 #include "app/AboutDialog.h"
 #include "app/EditPreferencesDialog.h"
 #include "app/ForgeWindow.h"
+#include "editor/MetaWidget.h"
 #include "engine/EffectEngine.h"
 #include "map/MapModel.h"
 #include "resources/Icons.h"
@@ -112,11 +113,6 @@ void ForgeWindow::setUpActions()
          {m_showSimAction, m_simAlwaysOnTopAction, m_pauseSimAction, m_livePlayAction}) {
         toggle->setCheckable(true);
     }
-    // Editing is not built yet.
-    for (QAction* waiting : {m_copyEffectAction, m_cutEffectAction, m_pasteEffectAction,
-                             m_deleteEffectAction, m_selectAllEffectAction}) {
-        waiting->setEnabled(false);
-    }
 }
 
 void ForgeWindow::setUpMenus()
@@ -195,6 +191,13 @@ void ForgeWindow::connectActions()
     connect(m_saveShowAsAction, &QAction::triggered, this, &ForgeWindow::handleSaveShowAsAction);
     connect(m_newShowAction, &QAction::triggered, this, &ForgeWindow::handleNewShowAction);
     connect(m_aboutAction, &QAction::triggered, this, &ForgeWindow::handleAboutAction);
+    connect(m_copyEffectAction, &QAction::triggered, this, &ForgeWindow::handleCopyEffectAction);
+    connect(m_cutEffectAction, &QAction::triggered, this, &ForgeWindow::handleCutEffectAction);
+    connect(m_pasteEffectAction, &QAction::triggered, this, &ForgeWindow::handlePasteEffectAction);
+    connect(m_deleteEffectAction, &QAction::triggered, this,
+            &ForgeWindow::handleDeleteEffectAction);
+    connect(m_selectAllEffectAction, &QAction::triggered, this,
+            &ForgeWindow::handleSelectAllEffectAction);
     connect(m_writeDmxAction, &QAction::triggered, this, &ForgeWindow::handleWriteDMXAction);
     connect(m_editPreferencesAction, &QAction::triggered, this,
             &ForgeWindow::handleEditPreferencesAction);
@@ -226,6 +229,31 @@ void ForgeWindow::handleAboutAction()
     }
     m_about->show();
     m_about->activateWindow();
+}
+
+void ForgeWindow::handleCopyEffectAction()
+{
+    m_metaWidget->handleCopyEffect();
+}
+
+void ForgeWindow::handleCutEffectAction()
+{
+    m_metaWidget->handleCutEffect();
+}
+
+void ForgeWindow::handlePasteEffectAction()
+{
+    m_metaWidget->handlePasteEffect();
+}
+
+void ForgeWindow::handleDeleteEffectAction()
+{
+    m_metaWidget->handleDeleteEffect();
+}
+
+void ForgeWindow::handleSelectAllEffectAction()
+{
+    m_metaWidget->handleSelectAll();
 }
 
 void ForgeWindow::handleEditPreferencesAction()

@@ -1,31 +1,48 @@
 #include "editor/MetaWidget.h"
 
+#include "editor/EffectTable.h"
+#include "editor/GroupPicker.h"
+#include "editor/ParameterForms.h"
 #include "editor/StateIcons.h"
+#include "editor/TimePanel.h"
 #include "engine/MetaEffect.h"
+#include "map/MapModel.h"
 
 #include <QCoreApplication>
-#include <QFontMetrics>
+#include <QFrame>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QMenu>
+#include <QMetaObject>
 #include <QSignalBlocker>
-#include <QTableWidget>
 #include <QTextStream>
 #include <QVBoxLayout>
 
 namespace {
-constexpr int kMinimumWidth = 976;
-constexpr int kMinimumHeight = 660;
+
+constexpr int kItemsPerRow = 7; // hidden columns don't count, and a row has eight others
+constexpr int kFormMargin = 20;
+
+/// A title in which every character stands for itself.
+QString plainTitle(QString text)
+{
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
 } // namespace
 
 MetaWidget::MetaWidget(MetaEffect* effect, MapModel* model, QWidget* parent)
     : QWidget(parent)
     , m_model(model)
 {
-    setMinimumSize(kMinimumWidth, kMinimumHeight);
+    setUpTypes();
     setUpTable();
-    const int unit = QFontMetrics(font()).lineSpacing() / 2;
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(2 * unit, 2 * unit, 2 * unit, unit);
-    layout->addWidget(m_table);
+    setUpForm();
+    setUpContextMenu();
     setMetaEffect(effect);
+    handleSelectionChanged();
+    connectTable();
+    connectTimes();
 }
 
 MetaEffect* MetaWidget::metaEffect() const
@@ -70,19 +87,157 @@ void MetaWidget::demoStart()
     }
     m_table->setCurrentCell(0, EidColumn);
     QCoreApplication::processEvents();
+    if (m_parameterWidget != nullptr && m_parameterWidget->inherits("FixedColorWidget")) {
+        QMetaObject::invokeMethod(m_parameterWidget, "chooseColorClicked");
+    }
 }
 
-void MetaWidget::handleUpdateEffectTimesComplete()
+void MetaWidget::handleSelectAll()
 {
-    const QSignalBlocker blocker(m_table);
-    const bool sorting = m_table->isSortingEnabled();
-    m_table->setSortingEnabled(false); // a row must not move while it is being filled
-    for (const Row& row : qAsConst(m_rows)) {
-        if (row.effect != nullptr) {
-            showTimes(row);
+    m_table->selectAll();
+}
+
+void MetaWidget::handleSelectionChanged()
+{
+    int count = m_table->selectedItems().size() / kItemsPerRow;
+    if (count > 1) {
+        const QSignalBlocker blocker(m_table);
+        m_table->clearSelection();
+        count = 0;
+    }
+    Effect* const effect = count == 1 ? selectedEffects().value(0) : nullptr;
+    if (effect == nullptr) {
+        m_startPanel->clear();
+        m_endPanel->clear();
+        m_startLinkTargets.clear();
+        m_endLinkTargets.clear();
+        m_parameterBox->setTitle(tr("Effect Parameters"));
+        return;
+    }
+    m_parameterBox->setTitle(plainTitle(effect->name() + tr(" Parameters")));
+    showForm(effect);
+    showTimeSettings(*effect);
+}
+
+/// An effect without a form leaves the former one in place.
+void MetaWidget::showForm(Effect* effect)
+{
+    QWidget* const form = makeParameterForm(effect, m_model, m_parameterFrame);
+    if (form == nullptr) {
+        return;
+    }
+    form->setParent(m_parameterFrame); // a part of this window, whatever flags it came with
+    dropForm();
+    m_parameterWidget = form;
+    m_parameterFrame->layout()->addWidget(form);
+    form->show();
+    const QSize size = form->minimumSize().expandedTo(form->sizeHint());
+    m_parameterFrame->setMinimumSize(size);
+    m_parameterBox->setMinimumSize(size + QSize(kFormMargin, kFormMargin));
+    fitMinimumSize();
+
+    // A form must not outlive the effect it seems to edit.
+    connect(effect, &QObject::destroyed, form, [this] { dropForm(); });
+    if (form->metaObject()->indexOfSignal("flashEffectPreloadToggled(bool)") >= 0) {
+        connect(form, SIGNAL(flashEffectPreloadToggled(bool)), this,
+                SLOT(handleFlashEffectPreloadToggled(bool)));
+    }
+}
+
+/// The form may be in the middle of a dialog of its own: it goes once that has returned.
+void MetaWidget::dropForm()
+{
+    QWidget* const form = m_parameterWidget;
+    m_parameterWidget = nullptr;
+    if (form != nullptr) {
+        form->disconnect(this);
+        form->hide();
+        form->setParent(nullptr);
+        form->deleteLater();
+    }
+}
+
+/// The room for the form grows with the largest one and never shrinks, so that nothing else moves
+/// when another effect is selected.
+void MetaWidget::fitMinimumSize()
+{
+    const QSize needed =
+        m_parameterBox->minimumSize().expandedTo(m_parameterBox->layout()->totalMinimumSize());
+    m_parameterRoom->setMinimumSize(m_parameterRoom->minimumSize().expandedTo(needed));
+    setMinimumSize(minimumSize().expandedTo(layout()->totalMinimumSize()));
+}
+
+void MetaWidget::handleFlashEffectPreloadToggled(bool on)
+{
+    emit pauseEffectEngine(on);
+}
+
+void MetaWidget::handleCurrentChanged(int r, int c)
+{
+    if (c == GroupColumn) {
+        chooseGroup(effectAtRow(r));
+    }
+}
+
+void MetaWidget::chooseGroup(Effect* effect)
+{
+    if (effect == nullptr) {
+        return;
+    }
+    const quint64 formerGid = effect->gid();
+    const QPointer<MetaWidget> self(this);
+    const QPointer<Effect> chosen(effect);
+    const QPointer<GroupPicker> picker(new GroupPicker(m_model, effect, this));
+    const int answer = picker->exec();
+    if (self.isNull()) {
+        return;
+    }
+    delete picker;
+    if (chosen.isNull()) {
+        return;
+    }
+    if (answer != QDialog::Accepted) {
+        if (m_model->group(formerGid) != nullptr) {
+            effect->setGid(formerGid);
+        }
+        effect->compile();
+    } else if (m_model->group(effect->gid()) != nullptr) {
+        effect->compile();
+        m_modified = true;
+    }
+    showGroup(*effect);
+}
+
+void MetaWidget::handleChangeGroup()
+{
+    chooseGroup(selectedEffects().value(0));
+}
+
+void MetaWidget::handleRename()
+{
+    const Row* const row = rowOf(selectedEffects().value(0));
+    if (row != nullptr) {
+        m_table->setFocus(Qt::OtherFocusReason);
+        m_table->editItem(row->name);
+    }
+}
+
+void MetaWidget::handleContextMenuRequested(const QPoint& p)
+{
+    const bool hasSelection = m_table->selectionModel()->hasSelection();
+    for (QAction* const action : m_contextMenu->actions()) {
+        if (action->data().toBool()) { // it works on the selection
+            action->setEnabled(hasSelection);
         }
     }
-    m_table->setSortingEnabled(sorting);
+    m_contextMenu->exec(m_table->viewport()->mapToGlobal(p));
+}
+
+void MetaWidget::handleClicked(int /*r*/, int /*c*/, int /*button*/, const QPoint& /*p*/) {}
+
+void MetaWidget::handleHeaderClicked(int s)
+{
+    m_table->sortItems(s, m_table->horizontalHeader()->sortIndicatorOrder());
 }
 
 void MetaWidget::handleInternalUpdateLightsComplete()

@@ -1,43 +1,34 @@
+#include "color/Numeric.h"
+#include "editor/EffectTable.h"
 #include "editor/MetaWidget.h"
+#include "editor/SortingPause.h"
 #include "editor/StateIcons.h"
+#include "editor/TypeBox.h"
 #include "engine/EffectFactory.h"
 #include "engine/MetaEffect.h"
 #include "map/Group.h"
 #include "map/MapModel.h"
 
-#include <QFontMetrics>
-#include <QHeaderView>
-#include <QPainter>
-#include <QPalette>
+#include <QComboBox>
+#include <QItemSelectionModel>
 #include <QSignalBlocker>
-#include <QTableWidget>
+#include <QStringListModel>
+#include <QTableWidgetItem>
+
+#include <algorithm>
 
 namespace {
 
-/// A table that says in grey what would fill it.
-class EffectTable : public QTableWidget
-{
-public:
-    using QTableWidget::QTableWidget;
+constexpr double kMsPerSecond = 1000.0;
 
-protected:
-    void paintEvent(QPaintEvent* event) override
-    {
-        QTableWidget::paintEvent(event);
-        if (rowCount() == 0) {
-            QPainter painter(viewport());
-            painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
-            painter.drawText(viewport()->rect(), Qt::AlignCenter, tr("No effects yet."));
-        }
-    }
-};
-
-QTableWidgetItem* makeItem(const QVariant& value, Qt::Alignment alignment)
+QTableWidgetItem* makeItem(const QVariant& value, Qt::Alignment alignment, bool isEditable = false)
 {
     auto* item = new QTableWidgetItem;
     item->setData(Qt::EditRole, value);
     item->setTextAlignment(alignment | Qt::AlignVCenter);
-    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    flags.setFlag(Qt::ItemIsEditable, isEditable);
+    item->setFlags(flags);
     return item;
 }
 
@@ -49,9 +40,28 @@ void showIcon(QTableWidgetItem* item, const QIcon& icon)
     }
 }
 
+/// Numbers sort as numbers. An item that was typed into holds a text, which would count as equal
+/// and stay.
+void showNumber(QTableWidgetItem* item, const QVariant& number)
+{
+    if (item->data(Qt::EditRole).userType() != number.userType()) {
+        item->setData(Qt::EditRole, QVariant());
+    }
+    item->setData(Qt::EditRole, number);
+}
+
 QString seconds(quint32 ms)
 {
-    return QString::number(ms / 1000.0, 'g', 6);
+    return QString::number(ms / kMsPerSecond, 'g', 6);
+}
+
+/// Milliseconds of a text in seconds, `offset` milliseconds earlier; never below 0, and 0 for a
+/// text that is no number.
+quint32 milliseconds(const QString& text, double offset = 0.0)
+{
+    bool ok = false;
+    const double time = text.toDouble(&ok) * kMsPerSecond - offset;
+    return ok ? truncU32(std::max(0.0, time)) : 0;
 }
 
 const QIcon& startIcon(const Effect& effect)
@@ -72,37 +82,12 @@ const QIcon& endIcon(const Effect& effect)
     }
 }
 
-} // namespace
-
-void MetaWidget::setUpTable()
+bool isWhite(const QString& type)
 {
-    m_table = new EffectTable(0, ColumnCount, this);
-    m_table->setObjectName(QStringLiteral("effectTable")); // tests find it by this name
-    m_table->setHorizontalHeaderLabels({tr("Name"), tr("Type"), tr("Group"), tr("Priority"),
-                                        tr("Start"), tr("End"), tr("Fade In"), tr("Fade Out"),
-                                        tr("EID"), tr("Running")});
-    for (int column = 0; column < ColumnCount; ++column) { // as their columns
-        m_table->horizontalHeaderItem(column)->setTextAlignment(
-            (column < PriorityColumn ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
-    }
-    m_table->setAccessibleName(tr("Effects"));
-    m_table->setColumnHidden(EidColumn, true);
-    m_table->setColumnHidden(RunningColumn, true);
-    m_table->setColumnWidth(NameColumn, 80);
-    m_table->setColumnWidth(TypeColumn, 120);
-    m_table->setColumnWidth(GroupColumn, 100);
-    m_table->horizontalHeader()->setStretchLastSection(true);
-    m_table->horizontalHeader()->setHighlightSections(false);
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() * 3 / 2);
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setAlternatingRowColors(true);
-    m_table->setWordWrap(false);
-    m_table->sortItems(-1, Qt::AscendingOrder);
-    m_table->setSortingEnabled(true);
+    return type == QLatin1String("White Fixed Color") || type == QLatin1String("White Cross Fade");
 }
+
+} // namespace
 
 QString MetaWidget::groupName(const Effect& effect) const
 {
@@ -120,61 +105,274 @@ void MetaWidget::rebuildTable()
         if (m_metaEffect != nullptr) {
             const QList<Effect*> effects = m_metaEffect->effectList();
             m_rows.reserve(effects.size());
-            for (Effect* effect : effects) {
+            for (Effect* const effect : effects) {
                 addTableRow(effect, groupName(*effect));
             }
         }
         m_table->sortItems(-1, Qt::AscendingOrder); // the show's order, until a header is clicked
         m_table->setSortingEnabled(true);
     }
+    handleSelectionChanged();
     if (m_metaEffect != nullptr) {
         m_metaEffect->setBegin(0);
         m_metaEffect->updateEndTime();
     }
 }
 
+/// Sorting is off and the table's signals are blocked.
 void MetaWidget::addTableRow(Effect* effect, const QString& groupName)
 {
     // Filled in ahead of the table, which looks for an item of its own on each change.
     Row row;
     row.effect = effect;
-    row.name = makeItem(effect->name(), Qt::AlignLeft);
+    row.name = makeItem(effect->name(), Qt::AlignLeft, true);
     row.name->setIcon(StateIcons::ICON_OPEN());
-    row.start = makeItem(0.0, Qt::AlignRight);
-    row.end = makeItem(0.0, Qt::AlignRight);
+    row.type = makeItem(effect->type(), Qt::AlignLeft);
+    row.group = makeItem(groupName, Qt::AlignLeft);
+    row.start = makeItem(0.0, Qt::AlignRight, true);
+    row.end = makeItem(0.0, Qt::AlignRight, true);
+    row.eid = makeItem(QString::number(effect->eid()), Qt::AlignRight);
     row.running = makeItem(QStringLiteral("0"), Qt::AlignRight);
+    row.typeBox = makeTypeBox(*effect);
     showTimes(row);
-    QTableWidgetItem* const type = makeItem(effect->type(), Qt::AlignLeft);
-    type->setIcon(typeIcon(effect->typeId()));
 
     const int index = m_table->rowCount();
     m_table->insertRow(index);
     m_table->setItem(index, NameColumn, row.name);
-    m_table->setItem(index, TypeColumn, type);
-    m_table->setItem(index, GroupColumn, makeItem(groupName, Qt::AlignLeft));
-    m_table->setItem(index, PriorityColumn, makeItem(effect->priority(), Qt::AlignRight));
+    m_table->setItem(index, TypeColumn, row.type);
+    m_table->setItem(index, GroupColumn, row.group);
+    m_table->setItem(index, PriorityColumn, makeItem(effect->priority(), Qt::AlignRight, true));
     m_table->setItem(index, StartColumn, row.start);
     m_table->setItem(index, EndColumn, row.end);
-    m_table->setItem(index, FadeInColumn, makeItem(seconds(effect->fadein()), Qt::AlignRight));
-    m_table->setItem(index, FadeOutColumn, makeItem(seconds(effect->fadeout()), Qt::AlignRight));
-    m_table->setItem(index, EidColumn, makeItem(QString::number(effect->eid()), Qt::AlignRight));
+    m_table->setItem(index, FadeInColumn,
+                     makeItem(seconds(effect->fadein()), Qt::AlignRight, true));
+    m_table->setItem(index, FadeOutColumn,
+                     makeItem(seconds(effect->fadeout()), Qt::AlignRight, true));
+    m_table->setItem(index, EidColumn, row.eid);
     m_table->setItem(index, RunningColumn, row.running);
+    m_table->setCellWidget(index, TypeColumn, row.typeBox);
     m_rows.append(row);
 }
 
-const QIcon& MetaWidget::typeIcon(int typeId)
+QComboBox* MetaWidget::makeTypeBox(const Effect& effect)
 {
-    const auto known = m_typeIcons.find(typeId);
-    if (known != m_typeIcons.end()) {
-        return *known;
+    auto* box = new TypeBox(m_table);
+    box->setAccessibleName(tr("Type"));
+    box->setModel(m_rowTypes);
+    box->setProperty("eid", effect.eid());
+    const QString type = effect.type();
+    if (isWhite(type)) {
+        box->setModel(new QStringListModel(m_rowTypes->stringList() + QStringList(type), box));
     }
-    return *m_typeIcons.insert(typeId, QIcon(EffectFactory::iconPath(typeId)));
+    box->setMaxVisibleItems(box->count());
+    box->setPlaceholderText(type); // of a type that can't be chosen any more
+    box->setCurrentIndex(box->findText(type));
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    connect(box, qOverload<const QString&>(&QComboBox::currentIndexChanged), this,
+            &MetaWidget::handleTableEffectTypeComboBoxChanged);
+    QT_WARNING_POP
+    return box;
+}
+
+/// Brings a row's item and box to the type of its effect.
+void MetaWidget::showType(const Row& row)
+{
+    const QSignalBlocker tableBlocker(m_table);
+    const QSignalBlocker boxBlocker(row.typeBox);
+    const QString type = row.effect->type();
+    row.type->setText(type);
+    QStringList types = m_rowTypes->stringList();
+    if (isWhite(type)) {
+        types.append(type);
+    }
+    if (row.typeBox->count() != types.size()) {
+        row.typeBox->setModel(isWhite(type) ? new QStringListModel(types, row.typeBox)
+                                            : m_rowTypes);
+    }
+    row.typeBox->setPlaceholderText(type);
+    row.typeBox->setCurrentIndex(row.typeBox->findText(type));
+}
+
+void MetaWidget::showGroup(const Effect& effect)
+{
+    const Row* const row = rowOf(&effect);
+    if (row != nullptr) {
+        const QSignalBlocker blocker(m_table);
+        row->group->setText(groupName(effect));
+    }
 }
 
 void MetaWidget::showTimes(const Row& row)
 {
-    row.start->setData(Qt::EditRole, row.effect->begin() / 1000.0);
+    if (row.effect == nullptr) {
+        return;
+    }
+    showNumber(row.start, row.effect->begin() / kMsPerSecond);
     showIcon(row.start, startIcon(*row.effect));
-    row.end->setData(Qt::EditRole, row.effect->end() / 1000.0);
+    showNumber(row.end, row.effect->end() / kMsPerSecond);
     showIcon(row.end, endIcon(*row.effect));
+}
+
+MetaWidget::Row* MetaWidget::rowOf(const Effect* effect)
+{
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(), [effect](const Row& candidate) {
+        return candidate.effect == effect;
+    });
+    return effect != nullptr && row != m_rows.end() ? &*row : nullptr;
+}
+
+/// Through the hidden number, since sorting moves rows; by its item, since the numbers of a broken
+/// file may repeat.
+Effect* MetaWidget::effectAtRow(int row) const
+{
+    const QTableWidgetItem* const eid = m_table->item(row, EidColumn);
+    const auto entry = std::find_if(m_rows.cbegin(), m_rows.cend(),
+                                    [eid](const Row& candidate) { return candidate.eid == eid; });
+    return eid != nullptr && entry != m_rows.cend() ? entry->effect.data() : nullptr;
+}
+
+QList<Effect*> MetaWidget::selectedEffects() const
+{
+    QModelIndexList rows = m_table->selectionModel()->selectedRows(EidColumn);
+    std::sort(rows.begin(), rows.end(),
+              [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
+    QList<Effect*> effects;
+    for (const QModelIndex& index : qAsConst(rows)) {
+        Effect* const effect = effectAtRow(index.row());
+        if (effect != nullptr) {
+            effects.append(effect);
+        }
+    }
+    return effects;
+}
+
+void MetaWidget::selectRow(const Row& row)
+{
+    m_table->setCurrentItem(row.eid);
+    m_table->scrollToItem(row.name); // a hidden cell is never scrolled to
+}
+
+/// The greatest number and one; where that is none, the lowest that is free.
+quint32 MetaWidget::freeEid() const
+{
+    quint32 greatest = 0;
+    const QList<Effect*> effects = m_metaEffect->effectList();
+    for (const Effect* const effect : effects) {
+        if (effect->eid() != Effect::kNoEid) {
+            greatest = std::max(greatest, effect->eid());
+        }
+    }
+    quint32 eid = greatest + 1;
+    if (eid == Effect::kNoEid) {
+        eid = 1;
+        while (m_metaEffect->effectByEid(eid) != nullptr) {
+            ++eid;
+        }
+    }
+    return eid;
+}
+
+void MetaWidget::handleNewEffectClicked()
+{
+    if (m_metaEffect == nullptr) {
+        return;
+    }
+    Effect* const effect =
+        EffectFactory::createEffect(m_newTypeBox->currentText(), m_model, nullptr);
+    if (effect == nullptr) {
+        qBadAlloc();
+    }
+    effect->compile();
+    effect->setEid(freeEid());
+    effect->setStartType(Effect::StartFixed);
+    effect->setStartFixedTime(0);
+    effect->setEndType(Effect::EndCycles);
+    effect->setEndCycleCount(1);
+    effect->setName(tr("Effect ") + QString::number(effect->eid()));
+    m_metaEffect->addEffect(effect);
+    m_metaEffect->updateEffectTimes();
+    {
+        const QSignalBlocker blocker(m_table);
+        m_table->setSortingEnabled(false);
+        addTableRow(effect, groupName(*effect));
+        m_table->sortItems(-1, Qt::AscendingOrder);
+        m_table->setSortingEnabled(true);
+    }
+    m_metaEffect->updateEndTime();
+    m_modified = true;
+    const QPointer<MetaWidget> self(this);
+    const QPointer<Effect> made(effect);
+    chooseGroup(effect);
+    if (self.isNull()) {
+        return;
+    }
+    const Row* const row = rowOf(made);
+    if (row != nullptr) {
+        selectRow(*row);
+    }
+    m_modified = true;
+}
+
+void MetaWidget::handleValueChanged(int r, int c)
+{
+    Effect* const effect = effectAtRow(r);
+    if (effect == nullptr || c < NameColumn || c > FadeOutColumn) {
+        return;
+    }
+    if (c == TypeColumn) {
+        handleEffectTypeChanged(effect, m_table->item(r, c)->text());
+    } else {
+        const SortingPause pause(m_table);
+        editCell(*effect, r, c);
+    }
+    m_modified = true;
+}
+
+void MetaWidget::editCell(Effect& effect, int r, int c)
+{
+    QTableWidgetItem* const item = m_table->item(r, c);
+    const QString text = item->text();
+    switch (c) {
+    case NameColumn:
+        effect.setName(text);
+        handleSelectionChanged();
+        break;
+    case PriorityColumn: {
+        effect.setPriority(text.toUInt());
+        m_metaEffect->sortEffects();
+        const QSignalBlocker blocker(m_table);
+        showNumber(item, effect.priority());
+        break;
+    }
+    case StartColumn:
+        effect.setStartType(Effect::StartFixed);
+        effect.setStartFixedTime(milliseconds(text));
+        break;
+    case EndColumn:
+        effect.setEndType(Effect::EndFixed);
+        effect.setEndFixedTime(milliseconds(text, effect.begin()));
+        break;
+    case FadeInColumn: {
+        effect.setFadein(milliseconds(text));
+        const QSignalBlocker blocker(m_table);
+        item->setText(seconds(effect.fadein()));
+        break;
+    }
+    case FadeOutColumn: {
+        effect.setFadeout(milliseconds(text));
+        const QSignalBlocker blocker(m_table);
+        item->setText(seconds(effect.fadeout()));
+        break;
+    }
+    default:
+        break;
+    }
+    if (c == StartColumn || c == EndColumn) {
+        m_metaEffect->updateEffectTimes();
+        m_metaEffect->updateEndTime();
+        if (selectedEffects().contains(&effect)) {
+            showTimeSettings(effect);
+        }
+    }
 }

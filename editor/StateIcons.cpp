@@ -13,10 +13,12 @@ namespace {
 const QRgb kInk = qRgba(0x5b, 0x70, 0x8a, 0xff);
 const QRgb kHalf = qRgba(0x5b, 0x70, 0x8a, 0x70);
 const QRgb kAccent = qRgba(0xd2, 0x74, 0x1a, 0xff);
+const QRgb kWhite = qRgba(0xff, 0xff, 0xff, 0xff);
+const QRgb kWhiteHalf = qRgba(0xff, 0xff, 0xff, 0x70);
 const QRgb kAccentHalf = qRgba(0xd2, 0x74, 0x1a, 0x70);
 
 template <std::size_t Side>
-QIcon draw(const std::array<const char*, Side>& rows, QRgb ink, QRgb half)
+QPixmap drawPixmap(const std::array<const char*, Side>& rows, QRgb ink, QRgb half)
 {
     const int side = static_cast<int>(Side);
     QImage image(side, side, QImage::Format_ARGB32);
@@ -31,7 +33,16 @@ QIcon draw(const std::array<const char*, Side>& rows, QRgb ink, QRgb half)
             }
         }
     }
-    return QIcon(QPixmap::fromImage(image));
+    return QPixmap::fromImage(image);
+}
+
+/// Plain white on a selected row, where the style's own tint would all but vanish.
+template <std::size_t Side>
+QIcon draw(const std::array<const char*, Side>& rows, QRgb ink, QRgb half)
+{
+    QIcon icon(drawPixmap(rows, ink, half));
+    icon.addPixmap(drawPixmap(rows, kWhite, kWhiteHalf), QIcon::Selected);
+    return icon;
 }
 
 } // namespace
