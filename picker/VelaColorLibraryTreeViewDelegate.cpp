@@ -15,8 +15,7 @@ VelaColorLibraryTreeViewDelegate::VelaColorLibraryTreeViewDelegate(VelaColorLibr
     : QStyledItemDelegate(view)
     , m_view(view)
     , m_userIcon(QStringLiteral(":/images/userIcon.png"))
-{
-}
+{}
 
 QSize VelaColorLibraryTreeViewDelegate::sizeHint(const QStyleOptionViewItem& option,
                                                  const QModelIndex& index) const

@@ -68,8 +68,8 @@ void VelaColorPickerWidget::layOut()
     for (std::size_t i = 0; i < SwatchCount; ++i) {
         swatches->addWidget(m_views[i]);
     }
-    const int labelWidth = std::max(m_intensity->label()->sizeHint().width(),
-                                    m_opacity->label()->sizeHint().width());
+    const int labelWidth =
+        std::max(m_intensity->label()->sizeHint().width(), m_opacity->label()->sizeHint().width());
     m_intensity->label()->setMinimumWidth(labelWidth);
     m_opacity->label()->setMinimumWidth(labelWidth);
     auto* const sliders = new QVBoxLayout;

@@ -146,11 +146,10 @@ void ColorTreeAndFilterWidgetTest::init()
 void ColorTreeAndFilterWidgetTest::namesItsSlots()
 {
     const QMetaObject& meta = ColorTreeAndFilterWidget::staticMetaObject;
-    for (const char* const name :
-         {"handleNewGroupButtonClicked()", "handleLoadGroupFromFile()",
-          "handleExportSwatchesButtonClicked()",
-          "handleSelectionChanged(QItemSelection,QItemSelection)", "handleFilterChanged(QString)",
-          "reloadSavedFilter()"}) {
+    for (const char* const name : {"handleNewGroupButtonClicked()", "handleLoadGroupFromFile()",
+                                   "handleExportSwatchesButtonClicked()",
+                                   "handleSelectionChanged(QItemSelection,QItemSelection)",
+                                   "handleFilterChanged(QString)", "reloadSavedFilter()"}) {
         QVERIFY2(meta.indexOfSlot(name) >= 0, name);
     }
 }
@@ -240,7 +239,8 @@ void ColorTreeAndFilterWidgetTest::exportsTheSelectedSwatches()
     const QTemporaryDir folder;
     QSettings settings = pickerSettings();
     settings.setValue(QStringLiteral("colorPickerExportDir"), folder.path());
-    bench.tree->showItem(bench.library.index(1, 0, bench.library.listIndex(QStringLiteral("Foyer"))));
+    bench.tree->showItem(
+        bench.library.index(1, 0, bench.library.listIndex(QStringLiteral("Foyer"))));
     QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("deep")));
     const QString path = folder.filePath(QStringLiteral("deep/mine")); // the suffix is added
     const DialogHand hand(&bench.widget, path);
@@ -316,7 +316,8 @@ void ColorTreeAndFilterWidgetTest::passesClickedColorsOn()
 {
     Bench bench;
     QSignalSpy clicked(&bench.widget, &ColorTreeAndFilterWidget::colorItemClicked);
-    bench.tree->showItem(bench.library.index(0, 0, bench.library.listIndex(QStringLiteral("Roof"))));
+    bench.tree->showItem(
+        bench.library.index(0, 0, bench.library.listIndex(QStringLiteral("Roof"))));
     QTest::mouseClick(bench.tree->viewport(), Qt::LeftButton, {},
                       bench.tree->visualRect(bench.tree->currentIndex()).center());
     QCOMPARE(clicked.count(), 1);

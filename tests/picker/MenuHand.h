@@ -23,8 +23,9 @@ inline QStringList chooseFromContextMenu(QWidget* widget, const QPoint& pos, con
         }
         const QList<QAction*> actions = menu->actions();
         for (QAction* const action : actions) {
-            texts.append(action->isEnabled() ? action->text()
-                                             : QLatin1Char('(') + action->text() + QLatin1Char(')'));
+            texts.append(action->isEnabled()
+                             ? action->text()
+                             : QLatin1Char('(') + action->text() + QLatin1Char(')'));
             if (action->text() == text) {
                 menu->setActiveAction(action);
             }

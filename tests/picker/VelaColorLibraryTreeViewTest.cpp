@@ -69,9 +69,9 @@ struct Bench
     /// In the view, by text; the first of that text.
     QModelIndex find(const QString& text) const
     {
-        const QModelIndexList found = tree.model()->match(
-            tree.model()->index(0, 0), Qt::DisplayRole, text, 1,
-            Qt::MatchExactly | Qt::MatchCaseSensitive | Qt::MatchRecursive);
+        const QModelIndexList found =
+            tree.model()->match(tree.model()->index(0, 0), Qt::DisplayRole, text, 1,
+                                Qt::MatchExactly | Qt::MatchCaseSensitive | Qt::MatchRecursive);
         return found.value(0);
     }
     QPoint at(const QString& text) const { return tree.visualRect(find(text)).center(); }
@@ -164,9 +164,9 @@ void VelaColorLibraryTreeViewTest::init()
 void VelaColorLibraryTreeViewTest::namesItsSignals()
 {
     const QMetaObject& meta = VelaColorLibraryTreeView::staticMetaObject;
-    for (const char* const name :
-         {"filterText(QString)", "colorItemClicked(VelaColor,QString)",
-          "selectionChangedSignal(QItemSelection,QItemSelection)", "doubleClickedOnWidget(QMimeData)"}) {
+    for (const char* const name : {"filterText(QString)", "colorItemClicked(VelaColor,QString)",
+                                   "selectionChangedSignal(QItemSelection,QItemSelection)",
+                                   "doubleClickedOnWidget(QMimeData)"}) {
         QVERIFY2(meta.indexOfSignal(name) >= 0, name);
     }
 }
@@ -389,8 +389,8 @@ void VelaColorLibraryTreeViewTest::deleteKeyTakesColorsOnly()
 void VelaColorLibraryTreeViewTest::whatComesWithTheProgramIsNeitherRenamedNorDeleted()
 {
     Bench bench;
-    for (const QString& text : {programList(), QStringLiteral("Red"),
-                                QStringLiteral("Project Swatches")}) {
+    for (const QString& text :
+         {programList(), QStringLiteral("Red"), QStringLiteral("Project Swatches")}) {
         bench.click(text);
         bench.tree.renameCurrent();
         QVERIFY(bench.tree.viewport()->findChild<QLineEdit*>() == nullptr);
@@ -504,7 +504,9 @@ void VelaColorLibraryTreeViewTest::openListsLast()
     bench.tree.writeOpenLists();
     VelaColorLibraryTreeView other;
     other.setLibrary(&bench.library);
-    const auto isOpen = [&other](int row) { return other.isExpanded(other.model()->index(row, 0)); };
+    const auto isOpen = [&other](int row) {
+        return other.isExpanded(other.model()->index(row, 0));
+    };
     QVERIFY(!isOpen(1)); // Project Swatches
     QVERIFY(isOpen(2));  // Lobby
     QVERIFY(!isOpen(3)); // Halden Swatches
@@ -536,8 +538,9 @@ void VelaColorLibraryTreeViewTest::thumbnailsShowTheColor()
     QCOMPARE(picture.pixelColor(row.left() + line, row.center().y()), QColor(255, 160, 0));
     QVERIFY(!bench.library.itemAt(bench.color(userList(), 0))->thumbnail().isNull());
     bench.tree.setCurrentIndex(bench.find(QStringLiteral("Amber"))); // a selection tints nothing
-    QCOMPARE(bench.tree.viewport()->grab().toImage().pixelColor(row.left() + line, row.center().y()),
-             QColor(255, 160, 0));
+    QCOMPARE(
+        bench.tree.viewport()->grab().toImage().pixelColor(row.left() + line, row.center().y()),
+        QColor(255, 160, 0));
     QVERIFY(row.height() >= line);
 }
 

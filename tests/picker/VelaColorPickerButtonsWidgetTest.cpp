@@ -91,8 +91,9 @@ void VelaColorPickerButtonsWidgetTest::init()
 void VelaColorPickerButtonsWidgetTest::namesItsSlots()
 {
     const QMetaObject& meta = VelaColorPickerButtonsWidget::staticMetaObject;
-    for (const char* const name : {"updateColorPickerDisplay()", "updateNChannelWidgetDisplay()",
-                                   "addToFavoritesButtonClicked()", "updatePickerButtons(int,bool)"}) {
+    for (const char* const name :
+         {"updateColorPickerDisplay()", "updateNChannelWidgetDisplay()",
+          "addToFavoritesButtonClicked()", "updatePickerButtons(int,bool)"}) {
         QVERIFY2(meta.indexOfSlot(name) >= 0, name);
     }
     QVERIFY(meta.indexOfSignal("clearPreviousSelection()") >= 0);

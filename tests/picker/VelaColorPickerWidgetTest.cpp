@@ -457,9 +457,8 @@ void VelaColorPickerWidgetTest::everyControlHasANameAndAPlaceInTheTabOrder()
         QVERIFY((bench.swatch(i)->focusPolicy() & Qt::TabFocus) != 0);
         QVERIFY(bench.swatch(i)->height() >= 5 * bench.widget.fontMetrics().height());
     }
-    for (const QWidget* const control :
-         QList<QWidget*>{bench.intensity->findChild<ColorTrack*>(),
-                         bench.opacity->findChild<ColorTrack*>()}) {
+    for (const QWidget* const control : QList<QWidget*>{bench.intensity->findChild<ColorTrack*>(),
+                                                        bench.opacity->findChild<ColorTrack*>()}) {
         QVERIFY(!control->accessibleName().isEmpty());
         QVERIFY(!control->toolTip().isEmpty());
         QVERIFY((control->focusPolicy() & Qt::TabFocus) != 0);
