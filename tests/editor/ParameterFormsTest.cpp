@@ -2,7 +2,10 @@
 
 #include "tests/editor/EditorStage.h"
 
-#include <QLabel>
+#include <QByteArray>
+#include <QWidget>
+
+#include <memory>
 
 namespace {
 
@@ -21,7 +24,8 @@ class ParameterFormsTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void aFormIsMadeByItsTypesMaker();
+    void everyTypeHasItsForm_data();
+    void everyTypeHasItsForm();
     void aTimelineHasNone();
     void anUnknownNumberIsLogged();
     void noEffectHasNone();
@@ -30,19 +34,44 @@ private:
     EditorStage m_stage;
 };
 
-void ParameterFormsTest::aFormIsMadeByItsTypesMaker()
+void ParameterFormsTest::everyTypeHasItsForm_data()
 {
-    StrangeEffect effect(m_stage.model.get(), 0, nullptr);
+    QTest::addColumn<QByteArray>("form");
+    const QList<QPair<const char*, QByteArray>> forms = {
+        {"Fixed Color", "FixedColorWidget"},
+        {"Chasing Rainbow", "ChasingRainbowWidget"},
+        {"Cross Fade", "CrossFadeWidget"},
+        {"Custom Rainbow", "CustomRainbowWidget"},
+        {"White Fixed Color", "FixedWhiteWidget"},
+        {"Animation", "FlashEffectWidget"},
+        {"Image Scroll", "ImageWidget"},
+        {"Random Color", "RandomColorWidget"},
+        {"Sparkle", "SparkleWidget"},
+        {"Sparkle Group", "SparkleGroupWidget"},
+        {"Streak", "StreakWidget"},
+        {"Sweep", "SweepWidget"},
+        {"White Cross Fade", "WhiteCrossFadeWidget"},
+        {"XYBurst", "XYBurstWidget"},
+        {"XYSpiral", "XYSpiralWidget"},
+        {"Text", "XYTextWidget"},
+        {"Selection", "SelectionWidget"},
+    };
+    for (const auto& form : forms) {
+        QTest::newRow(form.first) << form.second;
+    }
+}
+
+void ParameterFormsTest::everyTypeHasItsForm()
+{
+    QFETCH(QByteArray, form);
+    const std::unique_ptr<Effect> effect(EffectFactory::createEffect(
+        QString::fromLatin1(QTest::currentDataTag()), m_stage.model.get(), nullptr));
+    QVERIFY(effect != nullptr);
     QWidget parent;
-    registerParameterForm(99, [&](Effect* e, MapModel* model, QWidget* under) -> QWidget* {
-        return e == &effect && model == m_stage.model.get() ? new QLabel(under) : nullptr;
-    });
-    QWidget* const form = makeParameterForm(&effect, m_stage.model.get(), &parent);
-    QVERIFY(qobject_cast<QLabel*>(form) != nullptr);
-    QCOMPARE(form->parentWidget(), &parent);
-    registerParameterForm(99, FormMaker());
-    QTest::ignoreMessage(QtDebugMsg, "Invalid Effect Type: 99");
-    QVERIFY(makeParameterForm(&effect, m_stage.model.get(), &parent) == nullptr);
+    const QWidget* const made = makeParameterForm(effect.get(), m_stage.model.get(), &parent);
+    QVERIFY(made != nullptr);
+    QCOMPARE(QByteArray(made->metaObject()->className()), form);
+    QCOMPARE(made->parentWidget(), &parent);
 }
 
 void ParameterFormsTest::aTimelineHasNone()
