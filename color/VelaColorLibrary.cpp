@@ -6,6 +6,7 @@
 #include "color/VelaColorLibraryItem.h"
 
 #include <QMimeData>
+#include <QScopedValueRollback>
 #include <QUuid>
 
 namespace {
@@ -113,8 +114,11 @@ void VelaColorLibrary::handleInsertColor(const QString& uid, const QString& name
                                          const QString& colorId)
 {
     createColorList(listId, true);
-    addColor(list(listId)->childCount(), uid, name, VelaColor(valueString), originatingPreset,
-             listId, colorId);
+    const VelaColor color(valueString);
+    if (!color.isValid() && !valueString.isEmpty()) { // empty is how one without a colour is kept
+        m_misread.append({name, valueString});
+    }
+    addColor(list(listId)->childCount(), uid, name, color, originatingPreset, listId, colorId);
 }
 
 VelaColorLibraryItem* VelaColorLibrary::addColor(int row, const QString& uid, const QString& name,
@@ -367,14 +371,16 @@ QStringList VelaColorLibrary::mimeTypes() const
 
 QMimeData* VelaColorLibrary::mimeData(const QModelIndexList& indexes) const
 {
-    auto data = std::make_unique<QMimeData>();
+    QVector<ColorMime::Swatch> swatches;
     for (const QModelIndex& index : indexes) {
         const VelaColorLibraryItem* const item = itemAt(index);
-        if (item != nullptr && item->isColor()) {
-            ColorMime::writeColor(data.get(), item->color(), item->name(), item->colorId(),
-                                  item->originatingPreset());
+        if (item != nullptr && item->isColor() && index.column() == SwatchColumn) {
+            swatches.append(
+                {item->color(), item->name(), item->colorId(), item->originatingPreset()});
         }
     }
+    auto data = std::make_unique<QMimeData>();
+    ColorMime::writeColors(data.get(), swatches);
     return data->formats().isEmpty() ? nullptr : data.release();
 }
 
@@ -390,13 +396,9 @@ bool VelaColorLibrary::dropMimeData(const QMimeData* data, Qt::DropAction action
     if (!canDropMimeData(data, action, row, column, parent)) {
         return false;
     }
-    VelaColor color;
-    QString name;
-    QString colorId;
-    QString preset;
-    ColorMime::readColor(data, &color, &name, &colorId, &preset);
-    if (name.isEmpty()) {
-        name = colorText(color);
+    const QVector<ColorMime::Swatch> swatches = ColorMime::readColors(data);
+    if (swatches.isEmpty()) {
+        return false;
     }
     const VelaColorLibraryItem* const target = itemAt(parent);
     const VelaColorLibraryItem* const owner = target->isList() ? target : target->parentItem();
@@ -406,6 +408,14 @@ bool VelaColorLibrary::dropMimeData(const QMimeData* data, Qt::DropAction action
     } else if (row >= 0) {
         place = std::min(row, place);
     }
-    addColor(place, QString(), name, color, preset, owner->name(), colorId);
+    {
+        const QScopedValueRollback<bool> quiet(m_loading, true); // one change, so one save
+        for (const ColorMime::Swatch& swatch : swatches) {
+            addColor(place++, QString(),
+                     swatch.name.isEmpty() ? colorText(swatch.color) : swatch.name, swatch.color,
+                     swatch.originatingPreset, owner->name(), swatch.colorId);
+        }
+    }
+    listChanged(*owner);
     return true;
 }
