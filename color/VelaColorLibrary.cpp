@@ -7,6 +7,7 @@
 
 #include <QMimeData>
 #include <QScopedValueRollback>
+#include <QSet>
 #include <QUuid>
 
 namespace {
@@ -115,7 +116,8 @@ void VelaColorLibrary::handleInsertColor(const QString& uid, const QString& name
 {
     createColorList(listId, true);
     const VelaColor color(valueString);
-    if (!color.isValid() && !valueString.isEmpty()) { // empty is how one without a colour is kept
+    // Empty is how a swatch without a colour is kept.
+    if (m_loading && !color.isValid() && !valueString.isEmpty()) {
         m_misread.append({name, valueString});
     }
     addColor(list(listId)->childCount(), uid, name, color, originatingPreset, listId, colorId);
@@ -372,9 +374,11 @@ QStringList VelaColorLibrary::mimeTypes() const
 QMimeData* VelaColorLibrary::mimeData(const QModelIndexList& indexes) const
 {
     QVector<ColorMime::Swatch> swatches;
+    QSet<const VelaColorLibraryItem*> taken; // a view gives each column
     for (const QModelIndex& index : indexes) {
         const VelaColorLibraryItem* const item = itemAt(index);
-        if (item != nullptr && item->isColor() && index.column() == SwatchColumn) {
+        if (item != nullptr && item->isColor() && !taken.contains(item)) {
+            taken.insert(item);
             swatches.append(
                 {item->color(), item->name(), item->colorId(), item->originatingPreset()});
         }
