@@ -3,11 +3,14 @@
 #include <QColor>
 #include <QEvent>
 #include <QFont>
+#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QImage>
 #include <QObject>
 #include <QPaintEvent>
 #include <QRegion>
+#include <QString>
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -33,15 +36,19 @@ inline bool isNearColor(const QColor& a, const QColor& b, int tolerance)
            std::abs(a.blue() - b.blue()) <= tolerance;
 }
 
-/// A font whose line is `height` pixels high, whatever fonts there are: sizes follow the line, so
-/// that pictures of widgets without text are the same with any font.
+/// A font whose line is `height` pixels high, of whatever fonts there are: sizes follow the line,
+/// so that pictures of widgets without text are the same with any font.
 inline QFont fontOfHeight(int height)
 {
-    QFont font;
-    for (int size = height / 2; size <= height * 2; ++size) {
-        font.setPixelSize(size);
-        if (QFontMetrics(font).height() == height) {
-            return font;
+    QStringList families = QFontDatabase().families();
+    families.prepend(QFont().family());
+    for (const QString& family : qAsConst(families)) {
+        QFont font(family);
+        for (int size = height / 2; size <= height * 2; ++size) {
+            font.setPixelSize(size);
+            if (QFontMetrics(font).height() == height) {
+                return font;
+            }
         }
     }
     return QFont();
