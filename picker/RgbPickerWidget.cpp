@@ -72,8 +72,8 @@ void RgbPickerWidget::layOut()
     m_splitter->setObjectName(QStringLiteral("topSplitter"));
     m_splitter->addWidget(m_spectrum);
     m_splitter->addWidget(zoomPane);
-    m_splitter->setStretchFactor(0, 2);
-    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setStretchFactor(0, 3);
+    m_splitter->setStretchFactor(1, 2);
     m_splitter->setChildrenCollapsible(false);
     m_splitter->setHandleWidth(2 * unit);
 
