@@ -291,8 +291,7 @@ void HsbSpectrumZoomWidgetTest::keysGoFromCellToCell()
     QTest::keyClick(&widget, static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers));
     QCOMPARE(colors.count(), 1);
     QCOMPARE(widget.selectedCell(), cell);
-    QCOMPARE(lastColor(colors),
-             VelaColor::fromHsv(180 + 13 * cell.x(), 128 + 9 * cell.y(), 200));
+    QCOMPARE(lastColor(colors), VelaColor::fromHsv(180 + 13 * cell.x(), 128 + 9 * cell.y(), 200));
 }
 
 void HsbSpectrumZoomWidgetTest::keysTakeTheGridAlong()

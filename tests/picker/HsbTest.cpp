@@ -28,15 +28,15 @@ void HsbTest::takesWhatTheColorTells_data()
     const double half = 128.0 / 255.0;
     QTest::newRow("RGB") << VelaColor(QColor(0, 0, 255)) << 240.0 / 360.0 << 1.0 << 1.0;
     QTest::newRow("a grey keeps the hue") << VelaColor(QColor(128, 128, 128)) << 0.3 << 0.0 << half;
-    QTest::newRow("black keeps the saturation too") << VelaColor(QColor(0, 0, 0)) << 0.3 << 0.6
-                                                    << 0.0;
-    QTest::newRow("HSV that is grey has its hue") << VelaColor::fromHsvF(0.5, 0.0, 0.8) << 0.5
-                                                  << 0.0 << 0.8;
-    QTest::newRow("HSV that is black has both") << VelaColor::fromHsvF(0.5, 0.4, 0.0) << 0.5 << 0.4
-                                                << 0.0;
+    QTest::newRow("black keeps the saturation too")
+        << VelaColor(QColor(0, 0, 0)) << 0.3 << 0.6 << 0.0;
+    QTest::newRow("HSV that is grey has its hue")
+        << VelaColor::fromHsvF(0.5, 0.0, 0.8) << 0.5 << 0.0 << 0.8;
+    QTest::newRow("HSV that is black has both")
+        << VelaColor::fromHsvF(0.5, 0.4, 0.0) << 0.5 << 0.4 << 0.0;
     QTest::newRow("HSV without a hue") << VelaColor::fromHsv(-1, 0, 128) << 0.3 << 0.0 << half;
-    QTest::newRow("the hue of 360 degrees") << VelaColor::fromHsvF(1.0, 0.4, 0.2) << 1.0 << 0.4
-                                            << 0.2;
+    QTest::newRow("the hue of 360 degrees")
+        << VelaColor::fromHsvF(1.0, 0.4, 0.2) << 1.0 << 0.4 << 0.2;
 }
 
 void HsbTest::takesWhatTheColorTells()

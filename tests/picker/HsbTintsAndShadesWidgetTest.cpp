@@ -130,8 +130,8 @@ void HsbTintsAndShadesWidgetTest::paintsWhatTheMouseChooses()
         for (int x = 40; x < 400; x += 41) {
             QTest::mouseClick(&widget, Qt::LeftButton, {}, QPoint(x, y));
             QCOMPARE(shown.pixelColor(x, y), lastColor(colors).toQColor(false));
-            QVERIFY(isNearColor(shown.pixelColor(x, y), hsvColor(30.0, x / 399.0, 1.0 - y / 299.0),
-                                1));
+            QVERIFY(
+                isNearColor(shown.pixelColor(x, y), hsvColor(30.0, x / 399.0, 1.0 - y / 299.0), 1));
         }
     }
 }
