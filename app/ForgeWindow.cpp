@@ -1,5 +1,6 @@
 #include "app/ForgeWindow.h"
 
+#include "color/VelaColorLibrary.h"
 #include "editor/MetaWidget.h"
 #include "editor/PlaybackWidget.h"
 #include "engine/EffectEngine.h"
@@ -50,6 +51,13 @@ ForgeWindow::ForgeWindow(const QString& mapFile, const QString& showFile, bool d
     m_metaWidget->setEnabled(false);
     connect(m_metaWidget, &MetaWidget::pauseEffectEngine, this,
             &ForgeWindow::handlePauseEffectEngine);
+    // The show keeps its swatches.
+    connect(VelaColorLibrary::instance(), &VelaColorLibrary::changed, m_metaWidget,
+            [this](const QString& listId) {
+                if (listId == VelaColorLibrary::projectListName()) {
+                    m_metaWidget->setModified(true);
+                }
+            });
     m_show->setActive(true);
     m_show->compile();
     m_engine->addEffect(m_show);

@@ -16,6 +16,7 @@ class MetaEffect;
 class MetaWidget;
 class PlaybackWidget;
 class QAction;
+class QDomDocument;
 class QFrame;
 class QMenu;
 class QMenuBar;
@@ -106,6 +107,8 @@ private:
     MetaEffect* makeRoot();
     /// Takes the old root out of the engine and frees it, once the editor has the new one.
     void discardRoot(MetaEffect* root);
+    /// Fills "Project Swatches" from a show's document; empties it for an empty document.
+    void readSwatches(const QDomDocument& document);
     void setShowTitle(const QString& path);
 
     MapModel* m_model = nullptr;

@@ -1,5 +1,6 @@
 #include "app/DmxExport.h"
 #include "app/ForgeWindow.h"
+#include "color/VelaColorLibrary.h"
 #include "editor/MetaWidget.h"
 #include "engine/EffectEngine.h"
 #include "engine/EffectFactory.h"
@@ -10,6 +11,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDebug>
+#include <QDomDocument>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -79,6 +81,13 @@ void ForgeWindow::discardRoot(MetaEffect* root)
     }
 }
 
+void ForgeWindow::readSwatches(const QDomDocument& document)
+{
+    const bool modified = m_metaWidget->isModified();
+    VelaColorLibrary::instance()->readProject(document, m_showFile);
+    m_metaWidget->setModified(modified); // reading is no change
+}
+
 void ForgeWindow::setShowTitle(const QString& path)
 {
     setWindowTitle(QStringLiteral("Orrin Pageant Forge") + QLatin1Char(' ') + path);
@@ -144,6 +153,7 @@ void ForgeWindow::handleNewShowAction()
 
     m_sliderTimer->start(kSliderDelayMs);
     m_showFile.clear();
+    readSwatches(QDomDocument());
     setShowTitle(m_showFile);
     restoreEngine(running);
 }
@@ -171,9 +181,11 @@ void ForgeWindow::loadShow(const QString& path)
 
     // The editor lets go of the old root before that is freed.
     MetaEffect* const old = m_show;
-    m_show = EffectFactory::loadShow(m_showFile, m_model);
+    m_show = EffectFactory::loadShow(
+        m_showFile, m_model, [this](const QDomDocument& document) { readSwatches(document); });
     if (m_show == nullptr) {
         m_show = makeRoot();
+        readSwatches(QDomDocument());
     }
     m_metaWidget->setMetaEffect(m_show);
     m_engine->removeEffect(old);
@@ -234,6 +246,9 @@ bool ForgeWindow::writeShowFile()
         return false;
     }
     const bool modified = m_metaWidget->isModified();
+    m_show->setAppendix([](QDomDocument& document) {
+        return VelaColorLibrary::instance()->projectElement(document);
+    });
     QTextStream stream(&file);
     stream.setCodec("UTF-8");
     m_metaWidget->writeShow(stream);

@@ -8,6 +8,7 @@
 #include "picker/BlackBodyCurveWidget.h"
 #include "picker/ColorPickerWidget.h"
 #include "picker/HsbSpectrumWidget.h"
+#include "picker/HsbSpectrumZoomWidget.h"
 #include "picker/HsbTintsAndShadesWidget.h"
 #include "picker/RgbPickerWidget.h"
 #include "picker/VelaColorLibraryTreeView.h"
@@ -113,6 +114,7 @@ void pageTree(benchmark::State& state)
 
 BENCHMARK_TEMPLATE(drag, RgbPickerWidget, HsbSpectrumWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK_TEMPLATE(drag, RgbPickerWidget, HsbTintsAndShadesWidget)->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(drag, RgbPickerWidget, HsbSpectrumZoomWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK_TEMPLATE(drag, WhitePickerWidget, BlackBodyCurveWidget)->Unit(benchmark::kMillisecond);
 // With all pages, the swatches and their sliders behind it.
 BENCHMARK_TEMPLATE(drag, ColorPickerWidget, HsbSpectrumWidget)->Unit(benchmark::kMillisecond);

@@ -6,6 +6,8 @@
 #include "color/VelaColorLibraryItem.h"
 
 #include <QMimeData>
+#include <QScopedValueRollback>
+#include <QSet>
 #include <QUuid>
 
 namespace {
@@ -114,8 +116,12 @@ void VelaColorLibrary::handleInsertColor(const QString& uid, const QString& name
                                          const QString& colorId)
 {
     createColorList(listId, true);
-    addColor(list(listId)->childCount(), uid, name, VelaColor(valueString), originatingPreset,
-             listId, colorId);
+    const VelaColor color(valueString);
+    // Empty is how a swatch without a colour is kept.
+    if (m_loading && !color.isValid() && !valueString.isEmpty()) {
+        m_misread.append({name, valueString});
+    }
+    addColor(list(listId)->childCount(), uid, name, color, originatingPreset, listId, colorId);
 }
 
 VelaColorLibraryItem* VelaColorLibrary::addColor(int row, const QString& uid, const QString& name,
@@ -368,14 +374,18 @@ QStringList VelaColorLibrary::mimeTypes() const
 
 QMimeData* VelaColorLibrary::mimeData(const QModelIndexList& indexes) const
 {
-    auto data = std::make_unique<QMimeData>();
+    QVector<ColorMime::Swatch> swatches;
+    QSet<const VelaColorLibraryItem*> taken; // a view gives each column
     for (const QModelIndex& index : indexes) {
         const VelaColorLibraryItem* const item = itemAt(index);
-        if (item != nullptr && item->isColor()) {
-            ColorMime::writeColor(data.get(), item->color(), item->name(), item->colorId(),
-                                  item->originatingPreset());
+        if (item != nullptr && item->isColor() && !taken.contains(item)) {
+            taken.insert(item);
+            swatches.append(
+                {item->color(), item->name(), item->colorId(), item->originatingPreset()});
         }
     }
+    auto data = std::make_unique<QMimeData>();
+    ColorMime::writeColors(data.get(), swatches);
     return data->formats().isEmpty() ? nullptr : data.release();
 }
 
@@ -396,13 +406,9 @@ bool VelaColorLibrary::dropMimeData(const QMimeData* data, Qt::DropAction action
     if (!canDropMimeData(data, action, row, column, parent)) {
         return false;
     }
-    VelaColor color;
-    QString name;
-    QString colorId;
-    QString preset;
-    ColorMime::readColor(data, &color, &name, &colorId, &preset);
-    if (name.isEmpty()) {
-        name = colorText(color);
+    const QVector<ColorMime::Swatch> swatches = ColorMime::readColors(data);
+    if (swatches.isEmpty()) {
+        return false;
     }
     const VelaColorLibraryItem* const target = itemAt(parent);
     const VelaColorLibraryItem* const owner = target->isList() ? target : target->parentItem();
@@ -412,6 +418,14 @@ bool VelaColorLibrary::dropMimeData(const QMimeData* data, Qt::DropAction action
     } else if (row >= 0) {
         place = std::min(row, place);
     }
-    addColor(place, QString(), name, color, preset, owner->name(), colorId);
+    {
+        const QScopedValueRollback<bool> quiet(m_loading, true); // one change, so one save
+        for (const ColorMime::Swatch& swatch : swatches) {
+            addColor(place++, QString(),
+                     swatch.name.isEmpty() ? colorText(swatch.color) : swatch.name, swatch.color,
+                     swatch.originatingPreset, owner->name(), swatch.colorId);
+        }
+    }
+    listChanged(*owner);
     return true;
 }

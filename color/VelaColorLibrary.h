@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <memory>
 
@@ -59,8 +60,8 @@ public:
     /// "Project Swatches" as a "ColorLibraryList" of `document`; null where it is empty.
     QDomElement projectElement(QDomDocument& document) const;
     /// Puts the swatches of all lists of a show's document into "Project Swatches", in place of
-    /// what is there.
-    void readProject(const QDomDocument& document);
+    /// what is there. `source` names the show in the debug log.
+    void readProject(const QDomDocument& document, const QString& source = QString());
 
     /// Adds a colour to the end of a list, which is made as one of the user's if it isn't there.
     /// Answers its uid.
@@ -113,6 +114,11 @@ signals:
 
 private:
     class Loading;
+    struct Misread
+    {
+        QString name;
+        QString value;
+    };
 
     VelaColorLibraryItem* list(const QString& listId) const;
     QModelIndex indexOf(VelaColorLibraryItem* item) const;
@@ -121,13 +127,14 @@ private:
                                    const QString& listId, const QString& colorId);
     void forget(const VelaColorLibraryItem& item);
     void listChanged(const VelaColorLibraryItem& list);
-    bool readFile(const QString& path, QDomDocument* document, QString* error) const;
+    static bool readFile(const QString& path, QDomDocument* document, QString* error);
     QString newUid(const QString& wanted) const;
     static bool writeDocument(const QDomDocument& document, const QString& path);
 
     std::unique_ptr<VelaColorLibraryItem> m_root;
     QHash<QString, VelaColorLibraryItem*> m_lists;  // by name
     QHash<QString, VelaColorLibraryItem*> m_colors; // by uid
+    QVector<Misread> m_misread;                     // of the file that is being read
     VelaColor m_currentColor = Qt::magenta;
     bool m_libraryLoaded = false;
     bool m_loading = false;

@@ -1,6 +1,7 @@
 #include "color/Sorrel3ProjectHelper.h"
 #include "color/VelaColorLibrary.h"
 #include "color/VelaColorLibraryItem.h"
+#include "color/XmlDepth.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -13,6 +14,8 @@
 #include <QSet>
 #include <QStandardPaths>
 #include <QTextStream>
+
+#include <utility>
 
 namespace {
 
@@ -39,6 +42,16 @@ public:
     Q_DISABLE_COPY(WaitCursor)
 };
 
+/// The next save takes the place of `file`, which wasn't understood, or not all of it.
+void keepBeside(const QString& file)
+{
+    const QString kept = file + QStringLiteral(".bak");
+    QFile::remove(kept);
+    if (!QFile::copy(file, kept)) {
+        QFile::rename(file, kept); // it may not be readable
+    }
+}
+
 } // namespace
 
 /// Holds the library's notifications while a document is entered.
@@ -54,11 +67,13 @@ public:
     ~Loading() { m_library->m_loading = m_before; }
     Q_DISABLE_COPY(Loading)
 
-    /// Enters the lists of `document`, `naming` telling under which names.
-    void read(const QDomDocument& document, const Sorrel3ProjectHelper::ListNaming& naming,
-              QString* error)
+    /// Enters the lists of `document`, read from `source`, `naming` telling under which names.
+    /// False, with a line in the debug log, where a value was no colour.
+    bool read(const QDomDocument& document, const QString& source,
+              const Sorrel3ProjectHelper::ListNaming& naming, QString* error)
     {
         constexpr double kNoRatio = 1.0; // nobody previews
+        m_library->m_misread.clear();
         auto* helper = new Sorrel3ProjectHelper(naming);
         connect(helper, &Sorrel3ProjectHelper::insertList, m_library,
                 &VelaColorLibrary::createColorList);
@@ -68,9 +83,27 @@ public:
                 &VelaColorLibrary::onColorLibraryListChanged);
         helper->read(document, error, nullptr, kNoRatio);
         helper->deleteLater();
+        if (!error->isEmpty()) {
+            qDebug("%s: %s", qUtf8Printable(source), qUtf8Printable(*error));
+        }
+        return logMisread(source);
     }
 
 private:
+    bool logMisread(const QString& source)
+    {
+        constexpr int kShown = 100; // characters
+        const QVector<Misread> misread = std::exchange(m_library->m_misread, {});
+        if (misread.isEmpty()) {
+            return true;
+        }
+        qDebug("%s: values that are no color: %d, the first \"%s\" of \"%s\"",
+               qUtf8Printable(source), misread.size(),
+               qUtf8Printable(misread.first().value.left(kShown)),
+               qUtf8Printable(misread.first().name.left(kShown)));
+        return false;
+    }
+
     VelaColorLibrary* m_library;
     bool m_before;
 };
@@ -89,21 +122,32 @@ QString VelaColorLibrary::userFile()
     return userFolder() + QStringLiteral("/userColors.xml");
 }
 
-bool VelaColorLibrary::readFile(const QString& path, QDomDocument* document, QString* error) const
+bool VelaColorLibrary::readFile(const QString& path, QDomDocument* document, QString* error)
 {
+    const auto refuse = [error](const QString& reason) {
+        *error = reason;
+        qDebug("%s", qUtf8Printable(reason));
+        return false;
+    };
     QFile file(path);
-    const bool isOpen = file.open(QIODevice::ReadOnly);
+    const QFileInfo info(path);
+    const bool isPipe = info.exists() && !info.isFile(); // opening one would wait for ever
+    const bool isOpen = !isPipe && file.open(QIODevice::ReadOnly);
     qDebug("opened %d", int(isOpen));
     if (!isOpen) {
-        *error = tr("%1 can't be read: %2").arg(path, file.errorString());
-        return false;
+        return refuse(
+            tr("%1 can't be read: %2").arg(path, isPipe ? tr("no file") : file.errorString()));
+    }
+    const QByteArray text = file.readAll();
+    if (xmlShape(text) == XmlShape::TooDeep) {
+        return refuse(tr("%1 is no library of colors: its elements nest deeper than %2")
+                          .arg(path)
+                          .arg(kMaxXmlDepth));
     }
     QString reason;
     int line = 0;
-    if (!document->setContent(&file, &reason, &line)) {
-        *error = tr("%1 is no library of colors: %2 in line %3").arg(path, reason).arg(line);
-        qDebug("%s", qUtf8Printable(*error));
-        return false;
+    if (!document->setContent(text, &reason, &line)) {
+        return refuse(tr("%1 is no library of colors: %2 in line %3").arg(path, reason).arg(line));
     }
     return true;
 }
@@ -120,11 +164,11 @@ bool VelaColorLibrary::load(const QString& path, QString* error)
     QDomDocument document;
     const bool isThere = QFileInfo::exists(file);
     const bool isRead = readFile(file, &document, &wrong);
+    bool isWhole = isRead;
     if (isRead) {
-        Loading loading(this);
         QSet<QString> filled; // by this file: its second list of a name is another one
-        loading.read(
-            document,
+        isWhole = Loading(this).read(
+            document, file,
             [&](const QString& name) {
                 const VelaColorLibraryItem* const known = list(name);
                 const bool isEmptyOwn =
@@ -135,9 +179,9 @@ bool VelaColorLibrary::load(const QString& path, QString* error)
                 return entered;
             },
             &wrong);
-    } else if (isThere && file == userFile()) {
-        QFile::remove(file + QStringLiteral(".bak"));
-        QFile::copy(file, file + QStringLiteral(".bak")); // the next save takes its place
+    }
+    if (isThere && !isWhole && file == userFile()) {
+        keepBeside(file);
     }
     if (error != nullptr) {
         *error = wrong;
@@ -158,7 +202,8 @@ void VelaColorLibrary::loadPresets()
         QDomDocument document;
         if (readFile(file.filePath(), &document, &wrong)) {
             Loading(this).read(
-                document, [this](const QString& name) { return uniqueListName(name); }, &wrong);
+                document, file.filePath(),
+                [this](const QString& name) { return uniqueListName(name); }, &wrong);
         }
     }
 }
@@ -170,7 +215,7 @@ bool VelaColorLibrary::importFile(const QString& path, QString* error)
     QStringList added;
     if (readFile(path, &document, &wrong)) {
         Loading(this).read(
-            document,
+            document, path,
             [&](const QString& name) {
                 added << uniqueListName(name);
                 // The user's own now, whatever it was.
@@ -231,7 +276,12 @@ bool VelaColorLibrary::save()
             root.appendChild(item->toElement(document, kFormat, true));
         }
     }
-    const bool isSaved = QDir().mkpath(userFolder()) && writeDocument(document, userFile());
+    if (!QDir().mkpath(userFolder())) {
+        qDebug("%s can't be written: its folder can't be made", qUtf8Printable(userFile()));
+        m_dirty = true;
+        return false;
+    }
+    const bool isSaved = writeDocument(document, userFile());
     m_dirty = !isSaved;
     return isSaved;
 }
@@ -274,16 +324,17 @@ QDomElement VelaColorLibrary::projectElement(QDomDocument& document) const
     return root;
 }
 
-void VelaColorLibrary::readProject(const QDomDocument& document)
+void VelaColorLibrary::readProject(const QDomDocument& document, const QString& source)
 {
     const QModelIndex project = listIndex(projectListName());
+    QString ignored; // a show without swatches is as good
     {
         Loading loading(this);
         if (rowCount(project) > 0) {
             removeRows(0, rowCount(project), project);
         }
         loading.read(
-            document, [](const QString&) { return projectListName(); }, nullptr);
+            document, source, [](const QString&) { return projectListName(); }, &ignored);
     }
     emit changed(projectListName());
 }

@@ -1,8 +1,8 @@
 #include "engine/EffectFactory.h"
 
+#include "color/XmlDepth.h"
 #include "engine/EffectXml.h"
 #include "engine/MetaEffect.h"
-#include "map/XmlDepth.h"
 
 #include <QDebug>
 #include <QDomDocument>
@@ -83,7 +83,8 @@ MetaEffect* refuse(const QString& source, const QString& reason)
 }
 
 /// `source` names the show in the debug log.
-MetaEffect* parse(const QString& text, MapModel* model, const QString& source)
+MetaEffect* parse(const QString& text, MapModel* model, const QString& source,
+                  const DocumentReader& reader)
 {
     // A declaration is a second root, but also names an encoding, which no longer holds: ahead of
     // the nesting, which must be judged as the document will read it.
@@ -108,7 +109,11 @@ MetaEffect* parse(const QString& text, MapModel* model, const QString& source)
     if (root.isNull() || root.tagName() != effectKeyText(EffectKey::Effect)) {
         return refuse(source, QStringLiteral("the root element is not \"effect\""));
     }
-    return new MetaEffect(model, Effect::kNoGid, &root);
+    auto* const show = new MetaEffect(model, Effect::kNoGid, &root);
+    if (reader) {
+        reader(doc);
+    }
+    return show;
 }
 
 } // namespace
@@ -165,7 +170,7 @@ Effect* createEffectFromXml(const QDomNode& node, MapModel* model)
     return nullptr;
 }
 
-MetaEffect* loadShow(const QString& path, MapModel* model)
+MetaEffect* loadShow(const QString& path, MapModel* model, const DocumentReader& reader)
 {
     if (!QFileInfo(path).isFile()) { // opening a pipe would wait for ever
         return refuse(path, QStringLiteral("no such file"));
@@ -178,12 +183,12 @@ MetaEffect* loadShow(const QString& path, MapModel* model)
     in.setCodec("UTF-8");
     const QString text = in.readAll();
     file.close();
-    return parse(text, model, path);
+    return parse(text, model, path, reader);
 }
 
-MetaEffect* parseShow(const QString& text, MapModel* model)
+MetaEffect* parseShow(const QString& text, MapModel* model, const DocumentReader& reader)
 {
-    return parse(text, model, QStringLiteral("(text)"));
+    return parse(text, model, QStringLiteral("(text)"), reader);
 }
 
 } // namespace EffectFactory

@@ -40,6 +40,9 @@ QDomElement MetaEffect::toXml(QDomDocument doc) const
     for (const Effect* const child : m_effects) {
         element.appendChild(child->toXml(doc));
     }
+    if (m_appendix) {
+        element.appendChild(m_appendix(doc)); // nothing, for a null one
+    }
     return element;
 }
 

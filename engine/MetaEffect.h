@@ -6,6 +6,9 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+#include <utility>
+
 class Light;
 
 /// A timeline of other effects; the show is one root timeline. Its list of children does not own
@@ -46,6 +49,10 @@ public:
     /// of their last tick and its own: an effect that begins anew by itself counts from that, and
     /// after a seek or an export it would lie ahead of the clock. Nothing is painted.
     void rewindAll(const QDateTime& now);
+    /// What a show keeps beside its effects: an element of `document`, or a null one for nothing.
+    using Appendix = std::function<QDomElement(QDomDocument& document)>;
+    /// Asked at each save for the last child of this timeline's element.
+    void setAppendix(Appendix appendix) { m_appendix = std::move(appendix); }
     void clearResolved() { m_resolved.clear(); }
     bool loop() const { return m_loop; }
     void setLoop(bool on) { m_loop = on; }
@@ -78,6 +85,7 @@ private:
 
     bool m_loop = true;
     bool m_restartPending = false;
+    Appendix m_appendix;
     double m_brightness = 1.0;
     double m_persistence = 0.0;         // above 0 a frame leaves a trail; nothing sets it
     QList<Effect*> m_effects;           // not owned

@@ -1,11 +1,11 @@
 #include "map/MapReader.h"
 
+#include "color/XmlDepth.h"
 #include "map/Controller.h"
 #include "map/ElementText.h"
 #include "map/Group.h"
 #include "map/Light.h"
 #include "map/MapNode.h"
-#include "map/XmlDepth.h"
 
 #include <QDomDocument>
 #include <QXmlDefaultHandler>

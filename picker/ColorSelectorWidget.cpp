@@ -1,14 +1,20 @@
 #include "picker/ColorSelectorWidget.h"
 
-#include "picker/ColorTrack.h"
-
-#include <QFontMetrics>
+#include <QEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPaintEvent>
 #include <QPainter>
+#include <QWheelEvent>
+
+#include <cmath>
 
 namespace VelaColorPickerLib {
+
+namespace {
+
+constexpr int kNotch = 120; // eighths of a degree
+
+} // namespace
 
 ColorSelectorWidget::ColorSelectorWidget(QWidget* parent)
     : QWidget(parent)
@@ -21,22 +27,12 @@ ColorSelectorWidget::ColorSelectorWidget(QWidget* parent)
 
 QSize ColorSelectorWidget::sizeHint() const
 {
-    const int line = fontMetrics().height();
-    return {14 * line, 12 * line};
+    return {fontMetrics().height() * 14, fontMetrics().height() * 11};
 }
 
 QSize ColorSelectorWidget::minimumSizeHint() const
 {
-    const int line = fontMetrics().height();
-    return {6 * line, 5 * line};
-}
-
-void ColorSelectorWidget::paintOverField(QPainter* /*painter*/) {}
-
-void ColorSelectorWidget::refreshField()
-{
-    m_field = QImage();
-    update();
+    return {fontMetrics().height() * 7, fontMetrics().height() * 5};
 }
 
 double ColorSelectorWidget::markerRadius() const
@@ -44,34 +40,33 @@ double ColorSelectorWidget::markerRadius() const
     return fontMetrics().height() / 2.0;
 }
 
-QRect ColorSelectorWidget::markerRect() const
+QRect ColorSelectorWidget::markerRect(const QPoint& pixel) const
 {
-    const int reach = static_cast<int>(markerRadius()) + 3;
-    return QRect(markerPixel(), QSize(1, 1)).adjusted(-reach, -reach, reach, reach);
+    const int reach = static_cast<int>(std::ceil(markerRadius())) + 2;
+    return QRect(pixel, QSize(1, 1)).adjusted(-reach, -reach, reach, reach);
 }
 
-void ColorSelectorWidget::paintEvent(QPaintEvent* event)
+void ColorSelectorWidget::paintFocusFrame(QPainter* painter) const
 {
-    const QSize pixels = size() * devicePixelRatioF();
-    if (m_field.size() != pixels) {
-        m_field = paintField(pixels);
-        m_field.setDevicePixelRatio(devicePixelRatioF());
-    }
-    QPainter painter(this);
-    const qreal ratio = devicePixelRatioF();
-    for (const QRect& rect : event->region()) {
-        painter.drawImage(QRectF(rect), m_field,
-                          QRectF(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio));
-    }
-    painter.save();
-    paintOverField(&painter);
-    painter.restore();
-    painter.translate(0.5, 0.5);
-    paintMarkerRings(&painter, markerPixel(), markerRadius(), false);
-    painter.resetTransform();
-    if (hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2.0));
-        painter.drawRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0));
+    // Two tones: one of them shows on any colour.
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(palette().color(QPalette::Base), 1.0));
+    painter->drawRect(rect().adjusted(2, 2, -3, -3));
+    painter->setPen(QPen(palette().color(QPalette::Highlight), 2.0));
+    painter->drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+void ColorSelectorWidget::turnWheel(int notches, Qt::KeyboardModifiers /*modifiers*/)
+{
+    emit zoomStepped(notches);
+}
+
+void ColorSelectorWidget::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) {
+        update();
     }
 }
 
@@ -81,7 +76,7 @@ void ColorSelectorWidget::mousePressEvent(QMouseEvent* event)
         event->ignore();
         return;
     }
-    moveToPixel(event->pos());
+    moveTo(event->pos());
 }
 
 void ColorSelectorWidget::mouseMoveEvent(QMouseEvent* event)
@@ -90,24 +85,49 @@ void ColorSelectorWidget::mouseMoveEvent(QMouseEvent* event)
         event->ignore();
         return;
     }
-    moveToPixel(event->pos());
+    moveTo(event->pos());
+}
+
+void ColorSelectorWidget::wheelEvent(QWheelEvent* event)
+{
+    const QPoint angle = event->angleDelta();
+    m_wheelAngle += std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y();
+    const int notches = m_wheelAngle / kNotch;
+    m_wheelAngle -= notches * kNotch;
+    if (notches != 0) {
+        turnWheel(notches, event->modifiers());
+    }
+    event->accept();
 }
 
 void ColorSelectorWidget::keyPressEvent(QKeyEvent* event)
 {
-    const bool large = event->modifiers().testFlag(Qt::ShiftModifier);
+    const int step = event->modifiers().testFlag(Qt::ShiftModifier) ? coarseSteps() : 1;
+    const bool isDown = event->modifiers().testFlag(Qt::ControlModifier);
     switch (event->key()) {
     case Qt::Key_Left:
-        moveBySteps(-1, 0, large);
+        moveBy(-step, 0);
         break;
     case Qt::Key_Right:
-        moveBySteps(1, 0, large);
+        moveBy(step, 0);
         break;
     case Qt::Key_Up:
-        moveBySteps(0, -1, large);
+        moveBy(0, -step);
         break;
     case Qt::Key_Down:
-        moveBySteps(0, 1, large);
+        moveBy(0, step);
+        break;
+    case Qt::Key_PageUp:
+        moveBy(0, -coarseSteps());
+        break;
+    case Qt::Key_PageDown:
+        moveBy(0, coarseSteps());
+        break;
+    case Qt::Key_Home:
+        moveToEnd(isDown ? 0 : -1, isDown ? -1 : 0);
+        break;
+    case Qt::Key_End:
+        moveToEnd(isDown ? 0 : 1, isDown ? 1 : 0);
         break;
     default:
         QWidget::keyPressEvent(event);

@@ -1,55 +1,59 @@
 #pragma once
 
-#include <QImage>
 #include <QPoint>
-#include <QPointF>
-#include <QRect>
 #include <QWidget>
 
+class QEvent;
 class QKeyEvent;
 class QMouseEvent;
 class QPainter;
-class QPaintEvent;
+class QRect;
+class QWheelEvent;
 
 namespace VelaColorPickerLib {
 
-/// A field to choose a colour from, by a marker that the mouse and the keys move. The field is
-/// painted once and kept; the marker is drawn over it.
+/// A painted field on which a colour is chosen by mouse, wheel and keyboard. What these do is the
+/// same for every field, what they choose is up to the field.
 class ColorSelectorWidget : public QWidget
 {
     Q_OBJECT
 public:
-    explicit ColorSelectorWidget(QWidget* parent = nullptr);
-
-    /// Where the marker is, in pixels of the widget.
-    virtual QPoint markerPixel() const = 0;
-
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
-protected:
-    /// The field at that size, in device pixels.
-    virtual QImage paintField(const QSize& size) const = 0;
-    /// Everything between the field and the marker; nothing by itself.
-    virtual void paintOverField(QPainter* painter);
-    /// The mouse went to that pixel, which may lie outside of the widget.
-    virtual void moveToPixel(const QPoint& pixel) = 0;
-    /// A key moved the marker, in the direction given, by a small step or a large one.
-    virtual void moveBySteps(int right, int down, bool large) = 0;
+signals:
+    /// The wheel asks for the next zoom levels, inward where positive.
+    void zoomStepped(int levels);
 
-    /// To be called when the field is no longer what it was.
-    void refreshField();
-    /// Where the marker is painted: what is to be painted anew when it moves.
-    QRect markerRect() const;
-    void paintEvent(QPaintEvent* event) override;
+protected:
+    explicit ColorSelectorWidget(QWidget* parent);
+
+    /// The user put the marker at a pixel, which a drag takes out of the widget too.
+    virtual void moveTo(const QPoint& pixel) = 0;
+    /// An arrow key: `columns` to the right and `rows` downward.
+    virtual void moveBy(int columns, int rows) = 0;
+    /// Home (-1) or End (1) along the field, or with Ctrl down it.
+    virtual void moveToEnd(int columns, int rows) = 0;
+    /// Whole notches of the wheel. Zooms unless a field does otherwise.
+    virtual void turnWheel(int notches, Qt::KeyboardModifiers modifiers);
+
+    /// How many steps of the arrows are one with Shift, or of Page Up and Down.
+    virtual int coarseSteps() const { return 10; }
+
+    /// Of the marker's outer ring.
+    double markerRadius() const;
+    /// What a marker at a pixel covers.
+    QRect markerRect(const QPoint& pixel) const;
+    void paintFocusFrame(QPainter* painter) const;
+
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    double markerRadius() const;
-
-    QImage m_field; // null: to be painted
+    int m_wheelAngle = 0; // not yet a whole notch, in eighths of a degree
 };
 
 } // namespace VelaColorPickerLib

@@ -1,6 +1,7 @@
 #include "picker/ColorSlidersWidget.h"
 
-#include <QFontMetrics>
+#include "picker/ColorTrack.h"
+
 #include <QGridLayout>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -10,70 +11,107 @@
 
 namespace VelaColorPickerLib {
 
-ColorSlidersWidget::ColorSlidersWidget(const std::array<Component, kComponents>& components,
-                                       QWidget* parent)
+ColorSlidersWidget::ColorSlidersWidget(QWidget* parent)
     : QWidget(parent)
+    , m_color(Qt::black)
 {
-    const int unit = fontMetrics().height() / 2;
-    auto* const grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(unit);
-    grid->setVerticalSpacing(unit);
-    for (std::size_t i = 0; i < kComponents; ++i) {
-        const Component& component = components[i];
-        auto* const label = new QLabel(component.label, this);
-        auto* const track = new ColorTrack(this);
-        auto* const box = new QSpinBox(this);
-        track->setRange(0, component.maximum);
-        track->setAccessibleName(tr("%1 track").arg(component.name));
-        track->setToolTip(component.name);
-        track->setColorAt([this, i](int value) {
-            Values values = m_values;
-            values[i] = value;
-            return colorOf(values).toQColor(true);
-        });
-        box->setRange(0, component.maximum);
-        box->setAlignment(Qt::AlignRight);
-        box->setAccessibleName(component.name);
-        box->setToolTip(component.name);
-        label->setBuddy(box);
-        const int row = static_cast<int>(i);
-        grid->addWidget(label, row, 0);
-        grid->addWidget(track, row, 1);
-        grid->addWidget(box, row, 2);
-        m_tracks[i] = track;
-        m_spinBoxes[i] = box;
-    }
-    grid->setColumnStretch(1, 1);
+    auto* const layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setHorizontalSpacing(fontMetrics().height() / 2);
+    layout->setVerticalSpacing(fontMetrics().height() / 4);
+    layout->setColumnStretch(1, 1);
 }
 
-void ColorSlidersWidget::setValues(const Values& values)
+void ColorSlidersWidget::buildRow(std::size_t row, const RowText& text, int maximum)
 {
-    bool changed = false;
-    for (std::size_t i = 0; i < kComponents; ++i) {
-        const QSignalBlocker noTrackNews(m_tracks[i]);
-        const QSignalBlocker noBoxNews(m_spinBoxes[i]);
-        m_tracks[i]->setValue(values[i]);
-        m_spinBoxes[i]->setValue(values[i]);
-        const int value = m_tracks[i]->value(); // within its range
-        changed = changed || value != m_values[i];
-        m_values[i] = value;
+    const QString name = QLatin1String(text.objectName);
+    auto* const label = new QLabel(text.label, this);
+    auto* const track = new ColorTrack(this);
+    track->setObjectName(name + QStringLiteral("Track"));
+    track->setRange(0, maximum);
+    track->setAccessibleName(tr("%1 track").arg(text.name));
+    track->setToolTip(text.tip);
+    track->setColorAt([this, row](int value) { return trackColor(row, value); });
+    auto* const box = new QSpinBox(this);
+    box->setObjectName(name + QStringLiteral("SpinBox"));
+    box->setRange(0, maximum);
+    box->setSuffix(text.suffix);
+    box->setAlignment(Qt::AlignRight);
+    box->setKeyboardTracking(false); // a number half typed is no colour
+    box->setAccessibleName(text.name);
+    box->setToolTip(text.tip);
+    label->setBuddy(box);
+
+    auto* const grid = static_cast<QGridLayout*>(layout());
+    const int line = static_cast<int>(row);
+    grid->addWidget(label, line, 0);
+    grid->addWidget(track, line, 1);
+    grid->addWidget(box, line, 2);
+    m_rows[row] = {label, track, box};
+}
+
+void ColorSlidersWidget::lineUp(ColorSlidersWidget* one, ColorSlidersWidget* other)
+{
+    int labelWidth = 0;
+    int boxWidth = 0;
+    for (const ColorSlidersWidget* const group : {one, other}) {
+        for (const Row& row : group->m_rows) {
+            labelWidth = std::max(labelWidth, row.label->sizeHint().width());
+            boxWidth = std::max(boxWidth, row.box->sizeHint().width());
+        }
     }
-    if (changed) {
-        for (ColorTrack* const track : m_tracks) {
-            track->refresh();
+    for (const ColorSlidersWidget* const group : {one, other}) {
+        for (const Row& row : group->m_rows) {
+            row.label->setMinimumWidth(labelWidth);
+            row.box->setMinimumWidth(boxWidth);
         }
     }
 }
 
-void ColorSlidersWidget::takeValue(std::size_t component, int value)
+void ColorSlidersWidget::setColor(const VelaColor& color)
+{
+    if (!color.isValid()) {
+        return;
+    }
+    m_color = color;
+    display(valuesOf(color, m_values));
+}
+
+void ColorSlidersWidget::choose(std::size_t row, int value)
 {
     Values values = m_values;
-    values[component] = value;
-    setValues(values);
-    VelaColor color = colorOf(m_values);
-    color.setAlphaF(m_alpha);
-    emit colorChanged(color);
+    values[row] = std::clamp(value, 0, track(row)->maximum());
+    display(values);
+    m_color = colorOf(m_values, m_color);
+    const VelaColor chosen = m_color; // a listener may set another
+    emit colorChanged(chosen);
+}
+
+void ColorSlidersWidget::display(const Values& values)
+{
+    const Values before = m_values;
+    m_values = values;
+    for (std::size_t row = 0; row < kRows; ++row) {
+        const QSignalBlocker noTrackNews(m_rows[row].track);
+        const QSignalBlocker noBoxNews(m_rows[row].box);
+        m_rows[row].track->setValue(values[row]);
+        m_rows[row].box->setValue(values[row]);
+        for (std::size_t other = 0; other < kRows; ++other) {
+            if (other != row && values[other] != before[other]) {
+                m_rows[row].track->refresh();
+                break;
+            }
+        }
+    }
+}
+
+QColor ColorSlidersWidget::trackColor(std::size_t row, int value) const
+{
+    Values values = m_values;
+    values[row] = value;
+    QColor color = colorOf(values, m_color).toQColor(true);
+    color.setAlpha(255); // a track shows colour, not how much of it is let through
+    return color;
 }
 
 } // namespace VelaColorPickerLib

@@ -1,56 +1,75 @@
 #pragma once
 
 #include "color/VelaColor.h"
-#include "picker/ColorTrack.h"
 
+#include <QColor>
 #include <QString>
 #include <QWidget>
 
 #include <array>
 
+class QLabel;
 class QSpinBox;
 
 namespace VelaColorPickerLib {
 
-/// The three components of a colour, each with a label, a track that shows what it would do, and a
-/// number; the two follow each other.
+class ColorTrack;
+
+/// Three rows of label, track and spin box for the components of a colour. Track and spin box
+/// follow each other, and each track shows what its values would give.
 class ColorSlidersWidget : public QWidget
 {
     Q_OBJECT
 public:
-    static constexpr std::size_t kComponents = 3;
+    VelaColor color() const { return m_color; }
+    /// Shows a colour; emits nothing. An invalid colour changes nothing.
+    void setColor(const VelaColor& color);
+
+    /// Gives the labels and the spin boxes of both groups one width.
+    static void lineUp(ColorSlidersWidget* one, ColorSlidersWidget* other);
 
 signals:
-    void colorChanged(const VelaColor& color);
+    void colorChanged(VelaColor color);
 
 protected:
-    struct Component
+    static constexpr std::size_t kRows = 3;
+    using Values = std::array<int, kRows>;
+
+    struct RowText
     {
+        const char* objectName; // of the track with "Track", of the box with "SpinBox" behind it
         QString label;
         QString name;
-        int maximum;
+        QString tip;
+        QString suffix;
     };
-    using Values = std::array<int, kComponents>;
 
-    ColorSlidersWidget(const std::array<Component, kComponents>& components, QWidget* parent);
+    explicit ColorSlidersWidget(QWidget* parent);
 
-    /// The colour of these values, opaque.
-    virtual VelaColor colorOf(const Values& values) const = 0;
+    ColorTrack* track(std::size_t row) const { return m_rows[row].track; }
+    QSpinBox* spinBox(std::size_t row) const { return m_rows[row].box; }
+    void buildRow(std::size_t row, const RowText& text, int maximum);
+    /// The user put a row to a value, which is limited to the row's range.
+    void choose(std::size_t row, int value);
 
-    ColorTrack* track(std::size_t component) const { return m_tracks[component]; }
-    QSpinBox* spinBox(std::size_t component) const { return m_spinBoxes[component]; }
-    int value(std::size_t component) const { return m_values[component]; }
-    /// Limited to the components' ranges. Emits nothing.
-    void setValues(const Values& values);
-    void setAlpha(double alpha) { m_alpha = alpha; }
-    /// The user gave a component another value.
-    void takeValue(std::size_t component, int value);
+    /// What the rows show of a colour, which may leave some as they are.
+    virtual Values valuesOf(const VelaColor& color, const Values& shown) const = 0;
+    /// The colour of three rows, on the ground of the present one.
+    virtual VelaColor colorOf(const Values& values, const VelaColor& present) const = 0;
 
 private:
-    std::array<ColorTrack*, kComponents> m_tracks{};
-    std::array<QSpinBox*, kComponents> m_spinBoxes{};
-    Values m_values{};
-    double m_alpha = 1.0;
+    struct Row
+    {
+        QLabel* label = nullptr;
+        ColorTrack* track = nullptr;
+        QSpinBox* box = nullptr;
+    };
+    void display(const Values& values);
+    QColor trackColor(std::size_t row, int value) const;
+
+    std::array<Row, kRows> m_rows;
+    Values m_values = {{0, 0, 0}};
+    VelaColor m_color;
 };
 
 } // namespace VelaColorPickerLib

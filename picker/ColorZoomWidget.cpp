@@ -1,33 +1,37 @@
 #include "picker/ColorZoomWidget.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QRegion>
-#include <QWheelEvent>
 
 #include <algorithm>
+#include <array>
 
 namespace VelaColorPickerLib {
 
 namespace {
 
-constexpr int kReach = ColorZoomWidget::kGridSize / 2;
-constexpr int kWheelStep = 120; // eighths of a degree
+constexpr int kLargestGrid = 63;
 
-/// Where cell `index`, 0..kGridSize, begins along a side of `length` pixels.
-int edge(int index, int length)
+constexpr std::array<ColorZoomWidget::Steps, ColorZoomWidget::kLevels> kSteps = {
+    {{13, 9}, {11, 8}, {9, 7}, {8, 6}, {7, 5}, {6, 4}, {5, 3}, {3, 2}, {2, 1}}};
+
+int oddCount(int count)
 {
-    return index * length / ColorZoomWidget::kGridSize;
+    return std::clamp(count, 1, kLargestGrid) | 1;
 }
 
-int cellOf(int pixel, int length)
+/// The first pixel of part `index` of `count` of a length.
+int edge(int index, int count, int length)
 {
-    int index = 0;
-    while (index < ColorZoomWidget::kGridSize - 1 && edge(index + 1, length) <= pixel) {
-        ++index;
+    return index * length / count;
+}
+
+int partAt(int pixel, int count, int length)
+{
+    int index = std::clamp(pixel, 0, std::max(length - 1, 0)) * count / std::max(length, 1);
+    while (index + 1 < count && edge(index + 1, count, length) <= pixel) {
+        ++index; // the division rounds down once more than `edge` does
     }
-    return index - kReach;
+    return index;
 }
 
 } // namespace
@@ -36,109 +40,120 @@ ColorZoomWidget::ColorZoomWidget(QWidget* parent)
     : ColorSelectorWidget(parent)
 {}
 
+ColorZoomWidget::Steps ColorZoomWidget::stepsOfLevel(int level)
+{
+    return kSteps[static_cast<std::size_t>(std::clamp(level, 1, kLevels) - 1)];
+}
+
 void ColorZoomWidget::setLevel(int level)
 {
-    level = std::clamp(level, 1, kLevels);
-    if (level == m_level) {
+    const int limitedLevel = std::clamp(level, 1, kLevels);
+    if (limitedLevel == m_level) {
         return;
     }
-    m_level = level;
-    refreshField();
-    emit levelChanged(m_level);
+    m_level = limitedLevel;
+    refreshCells();
     emit zoomAreaChanged(zoomArea());
 }
 
-QPoint ColorZoomWidget::markerPixel() const
+void ColorZoomWidget::setGridSize(const QSize& size)
 {
-    const auto middle = [](int cell, int length) {
-        const int index = cell + kReach;
-        return (edge(index, length) + edge(index + 1, length)) / 2;
-    };
-    return {middle(m_markerCell.x(), width()), middle(m_markerCell.y(), height())};
+    const QSize odd(oddCount(size.width()), oddCount(size.height()));
+    if (odd == m_gridSize) {
+        return;
+    }
+    m_gridSize = odd;
+    m_selected = limited(m_selected);
+    refreshCells();
+    emit zoomAreaChanged(zoomArea());
 }
 
-void ColorZoomWidget::setMarkerCell(const QPoint& cell)
+QPoint ColorZoomWidget::limited(const QPoint& cell) const
 {
-    const QRegion before(markerRect());
-    m_markerCell = {std::clamp(cell.x(), -kReach, kReach), std::clamp(cell.y(), -kReach, kReach)};
-    update(before + markerRect());
+    const QPoint last = lastCell();
+    return {std::clamp(cell.x(), -last.x(), last.x()), std::clamp(cell.y(), -last.y(), last.y())};
+}
+
+QRect ColorZoomWidget::cellRect(const QPoint& cell) const
+{
+    const QPoint index = cell + lastCell();
+    const int left = edge(index.x(), m_gridSize.width(), width());
+    const int top = edge(index.y(), m_gridSize.height(), height());
+    return {left, top, edge(index.x() + 1, m_gridSize.width(), width()) - left,
+            edge(index.y() + 1, m_gridSize.height(), height()) - top};
 }
 
 QPoint ColorZoomWidget::cellAt(const QPoint& pixel) const
 {
-    return {cellOf(pixel.x(), width()), cellOf(pixel.y(), height())};
+    return QPoint(partAt(pixel.x(), m_gridSize.width(), width()),
+                  partAt(pixel.y(), m_gridSize.height(), height())) -
+           lastCell();
 }
 
-QImage ColorZoomWidget::paintField(const QSize& size) const
+QSize ColorZoomWidget::sizeHint() const
 {
-    QImage field(size, QImage::Format_RGB32);
-    QPainter painter(&field);
-    for (int row = -kReach; row <= kReach; ++row) {
-        const int top = edge(row + kReach, size.height());
-        const int bottom = edge(row + kReach + 1, size.height());
-        for (int column = -kReach; column <= kReach; ++column) {
-            const int left = edge(column + kReach, size.width());
-            const int right = edge(column + kReach + 1, size.width());
-            painter.fillRect(QRect(left, top, right - left, bottom - top), cellColor(column, row));
+    return {fontMetrics().height() * 16, fontMetrics().height() * 14};
+}
+
+QRect ColorZoomWidget::markedRect() const
+{
+    return cellRect(m_selected).adjusted(-2, -2, 2, 2);
+}
+
+void ColorZoomWidget::mark(const QPoint& cell, const VelaColor& color)
+{
+    m_color = color;
+    if (cell != m_selected) {
+        update(markedRect());
+        m_selected = cell;
+        update(markedRect());
+    }
+}
+
+void ColorZoomWidget::refreshCells()
+{
+    m_field = QImage();
+    update();
+}
+
+void ColorZoomWidget::paintCells(const QSize& pixels)
+{
+    m_field = QImage(pixels, QImage::Format_RGB32);
+    m_field.setDevicePixelRatio(devicePixelRatioF());
+    QPainter painter(&m_field);
+    const QPoint last = lastCell();
+    for (int row = -last.y(); row <= last.y(); ++row) {
+        for (int column = -last.x(); column <= last.x(); ++column) {
+            QColor color = cellColor({column, row}).toQColor(true);
+            color.setAlpha(255);
+            painter.fillRect(cellRect({column, row}), color);
         }
     }
-    return field;
 }
 
-void ColorZoomWidget::moveToPixel(const QPoint& pixel)
+void ColorZoomWidget::paintEvent(QPaintEvent* /*event*/)
 {
-    const QPoint cell = cellAt(pixel);
-    chooseCell(cell.x(), cell.y());
-}
-
-void ColorZoomWidget::moveBySteps(int right, int down, bool large)
-{
-    const int cells = large ? kReach : 1;
-    const QPoint cell = m_markerCell + QPoint(right, down) * cells;
-    if (std::abs(cell.x()) > kReach || std::abs(cell.y()) > kReach) {
-        // Beyond the edge the grid follows.
-        centerOnCell(m_markerCell.x() + right, m_markerCell.y() + down);
-        return;
+    const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    if (m_field.size() != pixels) {
+        paintCells(pixels);
     }
-    chooseCell(cell.x(), cell.y());
-}
-
-void ColorZoomWidget::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
-        return;
+    QPainter painter(this);
+    if (!isEnabled()) {
+        painter.fillRect(rect(), palette().window());
+        painter.setOpacity(0.4);
     }
-    const QPoint cell = cellAt(event->pos());
-    centerOnCell(cell.x(), cell.y());
-}
-
-void ColorZoomWidget::keyPressEvent(QKeyEvent* event)
-{
-    switch (event->key()) {
-    case Qt::Key_Home:
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        centerOnCell(m_markerCell.x(), m_markerCell.y());
-        break;
-    case Qt::Key_PageUp:
-        setLevel(m_level + 1);
-        break;
-    case Qt::Key_PageDown:
-        setLevel(m_level - 1);
-        break;
-    default:
-        ColorSelectorWidget::keyPressEvent(event);
+    painter.drawImage(0, 0, m_field);
+    const QRect cell = cellRect(m_selected);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(Qt::black);
+    painter.drawRect(cell.adjusted(-1, -1, 0, 0));
+    painter.setPen(Qt::white);
+    painter.drawRect(cell.adjusted(0, 0, -1, -1));
+    painter.setPen(Qt::black);
+    painter.drawRect(cell.adjusted(1, 1, -2, -2));
+    if (hasFocus()) {
+        paintFocusFrame(&painter);
     }
-}
-
-void ColorZoomWidget::wheelEvent(QWheelEvent* event)
-{
-    m_wheelAngle += event->angleDelta().y();
-    const int steps = m_wheelAngle / kWheelStep;
-    m_wheelAngle -= steps * kWheelStep;
-    setLevel(m_level + steps);
-    event->accept();
 }
 
 } // namespace VelaColorPickerLib

@@ -3,59 +3,81 @@
 #include "color/VelaColor.h"
 #include "picker/ColorSelectorWidget.h"
 
+#include <QImage>
+#include <QPoint>
+#include <QRect>
 #include <QRectF>
+#include <QSize>
+
+class QPaintEvent;
+class QPainter;
 
 namespace VelaColorPickerLib {
 
-/// A grid of colour cells around a centre: a piece of a field, magnified. The higher the level, the
-/// nearer the colours of neighbouring cells.
+/// A grid of colour cells around a centre, at one of nine zoom levels, with a marker on the chosen
+/// cell. Cells are named by their column and row from the centre.
 class ColorZoomWidget : public ColorSelectorWidget
 {
     Q_OBJECT
 public:
+    /// The steps of one cell, in degrees of hue and 1/255 of saturation.
+    struct Steps
+    {
+        int hue;
+        int saturation;
+    };
     static constexpr int kLevels = 9;
-    /// Cells along each side.
-    static constexpr int kGridSize = 11;
 
-    explicit ColorZoomWidget(QWidget* parent = nullptr);
+    /// Of a level 1..9, or of the nearest one.
+    static Steps stepsOfLevel(int level);
 
-    /// 1..9
     int level() const { return m_level; }
     /// Limited to 1..9.
     void setLevel(int level);
-    /// The piece of the field that the grid shows, in units of the field 0..1.
+    /// Columns and rows, odd numbers so that there is a centre.
+    QSize gridSize() const { return m_gridSize; }
+    /// Limited to 1..63, even numbers to the next one.
+    void setGridSize(const QSize& size);
+
+    /// The colour that is chosen.
+    VelaColor color() const { return m_color; }
+    QPoint selectedCell() const { return m_selected; }
+    virtual VelaColor cellColor(const QPoint& cell) const = 0;
+    QRect cellRect(const QPoint& cell) const;
+    /// The nearest one for a pixel beside the widget.
+    QPoint cellAt(const QPoint& pixel) const;
+    /// What the grid shows, in the unit square of the field that it is a piece of.
     virtual QRectF zoomArea() const = 0;
 
-    QPoint markerPixel() const override;
+    QSize sizeHint() const override;
 
 signals:
-    void levelChanged(int level);
-    void zoomAreaChanged(const QRectF& zoomArea);
+    void zoomAreaChanged(QRectF zoomArea);
 
 protected:
-    /// The colour that a cell shows; column and row count from the middle cell, -5..5.
-    virtual QColor cellColor(int column, int row) const = 0;
-    /// The user chose a cell; the offsets may lie one beyond the grid.
-    virtual void chooseCell(int column, int row) = 0;
-    /// The user asked for that cell in the middle.
-    virtual void centerOnCell(int column, int row) = 0;
+    explicit ColorZoomWidget(QWidget* parent);
 
-    /// Where the marker is, from the middle cell.
-    QPoint markerCell() const { return m_markerCell; }
-    void setMarkerCell(const QPoint& cell);
-    QImage paintField(const QSize& size) const override;
-    void moveToPixel(const QPoint& pixel) override;
-    void moveBySteps(int right, int down, bool large) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
+    /// The outermost cell in a direction.
+    QPoint lastCell() const { return {m_gridSize.width() / 2, m_gridSize.height() / 2}; }
+    QPoint limited(const QPoint& cell) const;
+    Steps steps() const { return stepsOfLevel(m_level); }
+    /// Moves the marker.
+    void mark(const QPoint& cell, const VelaColor& color);
+    /// The cells are others now.
+    void refreshCells();
+
+    int coarseSteps() const override { return 3; }
+    void paintEvent(QPaintEvent* event) override;
 
 private:
-    QPoint cellAt(const QPoint& pixel) const;
+    void paintCells(const QSize& pixels);
+    QRect markedRect() const;
 
     int m_level = 1;
-    int m_wheelAngle = 0;
-    QPoint m_markerCell;
+    QSize m_gridSize = {11, 11};
+    VelaColor m_color;
+    QPoint m_selected;
+    QImage m_field; // the cells at the widget's size in device pixels; null: to be painted
 };
 
 } // namespace VelaColorPickerLib

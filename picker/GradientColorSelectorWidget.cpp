@@ -1,7 +1,10 @@
 #include "picker/GradientColorSelectorWidget.h"
 
-#include <QKeyEvent>
-#include <QRegion>
+#include "picker/ColorTrack.h"
+
+#include <QLineF>
+#include <QMouseEvent>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -10,83 +13,129 @@ namespace VelaColorPickerLib {
 
 namespace {
 
-constexpr double kSmallStep = 1.0 / 360.0;
-constexpr double kLargeStep = 10.0 / 360.0;
-
-double limited(double value)
+double limited(double v)
 {
-    return value > 0.0 ? std::min(value, 1.0) : 0.0; // NaN too
+    return v > 0.0 ? std::min(v, 1.0) : 0.0; // NaN too
 }
 
 } // namespace
 
 GradientColorSelectorWidget::GradientColorSelectorWidget(QWidget* parent)
     : ColorSelectorWidget(parent)
-{}
-
-void GradientColorSelectorWidget::setHsb(double hue, double saturation, double brightness,
-                                         double alpha)
 {
-    const QRegion before(markerRect());
-    m_hue = limited(hue);
-    m_saturation = limited(saturation);
-    m_brightness = limited(brightness);
-    m_alpha = limited(alpha);
-    valuesChanged();
-    update(before + markerRect());
+    m_hsb.brightness = 1.0;
+    setMouseTracking(true);
 }
 
-void GradientColorSelectorWidget::valuesChanged() {}
+VelaColor GradientColorSelectorWidget::color() const
+{
+    return VelaColor::fromHsvF(m_hsb.hue, m_hsb.saturation, m_hsb.brightness, m_alpha);
+}
+
+void GradientColorSelectorWidget::setColor(const VelaColor& color)
+{
+    if (!color.isValid()) {
+        return;
+    }
+    Hsb hsb = m_hsb;
+    hsb.take(color);
+    m_alpha = color.alphaF();
+    display(hsb);
+}
 
 void GradientColorSelectorWidget::select(double hue, double saturation, double brightness)
 {
-    setHsb(hue, saturation, brightness, m_alpha);
-    emit colorChanged(VelaColor::fromHsvF(m_hue, m_saturation, m_brightness, m_alpha));
+    display({limited(hue), limited(saturation), limited(brightness)});
+    emit colorChanged(color());
+}
+
+void GradientColorSelectorWidget::display(const Hsb& hsb)
+{
+    if (hsb == m_hsb) {
+        return;
+    }
+    const QPoint oldMarker = markerPixel();
+    const bool isSame = isSameField(m_hsb, hsb);
+    m_hsb = hsb;
+    if (!isSame) {
+        m_field = QImage();
+        update();
+    } else if (markerPixel() != oldMarker) {
+        update(markerRect(oldMarker));
+        update(markerRect(markerPixel()));
+    }
+}
+
+QTransform GradientColorSelectorWidget::unitToWidget() const
+{
+    return QTransform::fromScale(std::max(width() - 1, 1), std::max(height() - 1, 1));
+}
+
+QPointF GradientColorSelectorWidget::pointAt(const QPoint& pixel) const
+{
+    return unitToWidget().inverted().map(QPointF(pixel));
+}
+
+QPoint GradientColorSelectorWidget::pixelOf(const QPointF& point) const
+{
+    return unitToWidget().map(point).toPoint();
 }
 
 QPoint GradientColorSelectorWidget::markerPixel() const
 {
-    const QPointF place = markerPlace();
-    return {static_cast<int>(std::lround(place.x() * std::max(width() - 1, 0))),
-            static_cast<int>(std::lround(place.y() * std::max(height() - 1, 0)))};
+    return pixelOf(pointOf(m_hsb));
 }
 
-QPointF GradientColorSelectorWidget::placeOf(const QPoint& pixel) const
+bool GradientColorSelectorWidget::isOnMarker(const QPoint& pixel) const
 {
-    return {static_cast<double>(pixel.x()) / std::max(width() - 1, 1),
-            static_cast<double>(pixel.y()) / std::max(height() - 1, 1)};
+    return QLineF(markerPixel(), pixel).length() <= markerRadius();
 }
 
-void GradientColorSelectorWidget::moveToPixel(const QPoint& pixel)
+void GradientColorSelectorWidget::paintField(QPainter* painter)
 {
-    moveToPlace(placeOf(pixel));
-}
-
-void GradientColorSelectorWidget::moveBySteps(int right, int down, bool large)
-{
-    const double step = large ? kLargeStep : kSmallStep;
-    moveToPlace(markerPlace() + QPointF(right * step, down * step));
-}
-
-void GradientColorSelectorWidget::keyPressEvent(QKeyEvent* event)
-{
-    const QPointF place = markerPlace();
-    switch (event->key()) {
-    case Qt::Key_Home:
-        moveToPlace({0.0, place.y()});
-        break;
-    case Qt::Key_End:
-        moveToPlace({1.0, place.y()});
-        break;
-    case Qt::Key_PageUp:
-        moveToPlace({place.x(), 0.0});
-        break;
-    case Qt::Key_PageDown:
-        moveToPlace({place.x(), 1.0});
-        break;
-    default:
-        ColorSelectorWidget::keyPressEvent(event);
+    const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    if (m_field.size() != pixels) {
+        m_field = fieldImage(pixels, devicePixelRatioF(), m_hsb);
     }
+    painter->drawImage(unitToWidget().inverted().mapRect(QRectF(rect())), m_field);
+}
+
+void GradientColorSelectorWidget::paintMarker(QPainter* painter) const
+{
+    paintMarkerRings(painter, markerPixel() + QPointF(0.5, 0.5), markerRadius(), false);
+}
+
+void GradientColorSelectorWidget::selectPoint(const QPointF& point)
+{
+    const Hsb hsb = hsbAt({limited(point.x()), limited(point.y())}, m_hsb);
+    select(hsb.hue, hsb.saturation, hsb.brightness);
+}
+
+void GradientColorSelectorWidget::moveTo(const QPoint& pixel)
+{
+    selectPoint(pointAt(pixel));
+}
+
+void GradientColorSelectorWidget::moveBy(int columns, int rows)
+{
+    selectPoint(pointOf(m_hsb) + QPointF(columns * keyStep().x(), rows * keyStep().y()));
+}
+
+void GradientColorSelectorWidget::moveToEnd(int columns, int rows)
+{
+    selectPoint(pointOf(m_hsb) + QPointF(columns, rows));
+}
+
+void GradientColorSelectorWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    if (event->buttons() == Qt::NoButton) {
+        const Qt::CursorShape shape =
+            isOnMarker(event->pos()) ? Qt::SizeAllCursor : Qt::CrossCursor;
+        if (cursor().shape() != shape) {
+            setCursor(shape);
+        }
+    }
+    ColorSelectorWidget::mouseMoveEvent(event);
 }
 
 } // namespace VelaColorPickerLib

@@ -1,51 +1,76 @@
 #pragma once
 
-#include "color/VelaColor.h"
 #include "picker/ColorSelectorWidget.h"
+#include "picker/Hsb.h"
 
+#include <QImage>
 #include <QPointF>
+#include <QTransform>
+
+class QMouseEvent;
+class QPainter;
 
 namespace VelaColorPickerLib {
 
-/// A field that shows two of hue, saturation and brightness along its sides.
+/// A field of all values of two of hue, saturation and brightness, with a marker that is dragged.
+/// Its places are points of the unit square, from the upper left pixel to the lower right one.
 class GradientColorSelectorWidget : public ColorSelectorWidget
 {
     Q_OBJECT
 public:
-    explicit GradientColorSelectorWidget(QWidget* parent = nullptr);
+    // 0..1 each
+    double hue() const { return m_hsb.hue; }
+    double saturation() const { return m_hsb.saturation; }
+    double brightness() const { return m_hsb.brightness; }
+    VelaColor color() const;
+    /// Shows a colour; emits nothing. A grey leaves the hue, black the saturation too, and an
+    /// invalid colour all as it is.
+    void setColor(const VelaColor& color);
+    /// Chooses a colour as the user does, with the signal: each component is limited to 0..1, and
+    /// NaN is 0.
+    void select(double hue, double saturation, double brightness);
 
-    // 0..1
-    double hue() const { return m_hue; }
-    double saturation() const { return m_saturation; }
-    double brightness() const { return m_brightness; }
-    /// Each limited to 0..1. Emits nothing.
-    void setHsb(double hue, double saturation, double brightness, double alpha);
-
-    QPoint markerPixel() const override;
+    /// The place of a pixel; beyond the unit square for one beside the widget.
+    QPointF pointAt(const QPoint& pixel) const;
+    QPoint pixelOf(const QPointF& point) const;
+    QPoint markerPixel() const;
+    bool isOnMarker(const QPoint& pixel) const;
 
 signals:
-    void colorChanged(const VelaColor& color);
+    void colorChanged(VelaColor color);
 
 protected:
-    /// The marker's place: 0..1 from left to right and from top to bottom.
-    virtual QPointF markerPlace() const = 0;
-    /// The user moved the marker to `place`, which may lie outside of 0..1: calls select().
-    virtual void moveToPlace(const QPointF& place) = 0;
-    /// After a change of hue, saturation or brightness.
-    virtual void valuesChanged();
+    explicit GradientColorSelectorWidget(QWidget* parent);
 
-    /// Takes the values, each limited to 0..1, and emits their colour.
-    void select(double hue, double saturation, double brightness);
-    QPointF placeOf(const QPoint& pixel) const;
-    void moveToPixel(const QPoint& pixel) override;
-    void moveBySteps(int right, int down, bool large) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    virtual QPointF pointOf(const Hsb& hsb) const = 0;
+    /// What a place stands for; its third component is that of `hsb`.
+    virtual Hsb hsbAt(const QPointF& point, const Hsb& hsb) const = 0;
+    /// What one step of an arrow key is, in the unit square.
+    virtual QPointF keyStep() const = 0;
+    virtual QImage fieldImage(const QSize& pixels, double ratio, const Hsb& hsb) const = 0;
+    /// Whether both have the same picture.
+    virtual bool isSameField(const Hsb& a, const Hsb& b) const = 0;
+
+    const Hsb& hsb() const { return m_hsb; }
+    /// The unit square to the widget.
+    QTransform unitToWidget() const;
+    /// In the unit square.
+    void paintField(QPainter* painter);
+    /// In the widget's pixels.
+    void paintMarker(QPainter* painter) const;
+
+    void moveTo(const QPoint& pixel) override;
+    void moveBy(int columns, int rows) override;
+    void moveToEnd(int columns, int rows) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
-    double m_hue = 0.0;
-    double m_saturation = 0.0;
-    double m_brightness = 1.0;
+    void display(const Hsb& hsb);
+    void selectPoint(const QPointF& point);
+
+    Hsb m_hsb;
     double m_alpha = 1.0;
+    QImage m_field; // at the widget's size in device pixels; null: to be painted
 };
 
 } // namespace VelaColorPickerLib

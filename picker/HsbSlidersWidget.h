@@ -4,17 +4,16 @@
 
 namespace VelaColorPickerLib {
 
-/// Hue in degrees 0..359, and saturation and brightness, 0..255 each.
+/// Hue in degrees, 0..359, saturation and brightness, 0..255 each. What it gives keeps the
+/// alpha of the colour that was set.
 class HsbSlidersWidget final : public ColorSlidersWidget
 {
     Q_OBJECT
 public:
     explicit HsbSlidersWidget(QWidget* parent = nullptr);
 
-    /// Each limited to its range; alpha 0..1. Emits nothing.
-    void setHsb(int hue, int saturation, int brightness, double alpha);
-
 public slots:
+    // Values beyond a row's range are limited to it.
     void onHueSliderChanged(int value);
     void onSaturationSliderChanged(int value);
     void onBrightnessSliderChanged(int value);
@@ -23,7 +22,8 @@ public slots:
     void onBrightnessSpinBoxChanged(int value);
 
 protected:
-    VelaColor colorOf(const Values& values) const override;
+    Values valuesOf(const VelaColor& color, const Values& shown) const override;
+    VelaColor colorOf(const Values& values, const VelaColor& present) const override;
 };
 
 } // namespace VelaColorPickerLib

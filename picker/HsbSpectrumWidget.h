@@ -4,10 +4,13 @@
 
 #include <QRectF>
 
+class QPaintEvent;
+
 namespace VelaColorPickerLib {
 
-/// Hue from left to right and saturation from top to bottom, at full brightness, with a frame
-/// around the part that a zoomed view shows.
+/// Hue across (0 to 360 degrees), saturation down, at the colour's brightness, and a frame around
+/// what the zoomed grid shows. Arrows go by a degree or 1/255, with Shift ten times as far; the
+/// wheel zooms.
 class HsbSpectrumWidget final : public GradientColorSelectorWidget
 {
     Q_OBJECT
@@ -15,19 +18,22 @@ public:
     explicit HsbSpectrumWidget(QWidget* parent = nullptr);
 
     QRectF zoomArea() const { return m_zoomArea; }
+    QSize sizeHint() const override;
 
 public slots:
-    /// In hue and saturation, each 0..1; a null rectangle frames nothing.
-    void setZoomArea(const QRectF& rect);
+    /// In the unit square; a rectangle with nothing in it is not shown.
+    void setZoomArea(QRectF rect);
 
 protected:
-    QImage paintField(const QSize& size) const override;
-    void paintOverField(QPainter* painter) override;
-    QPointF markerPlace() const override;
-    void moveToPlace(const QPointF& place) override;
+    QPointF pointOf(const Hsb& hsb) const override;
+    Hsb hsbAt(const QPointF& point, const Hsb& hsb) const override;
+    QPointF keyStep() const override;
+    QImage fieldImage(const QSize& pixels, double ratio, const Hsb& hsb) const override;
+    bool isSameField(const Hsb& a, const Hsb& b) const override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
-    QRect zoomFrame() const;
+    QRegion zoomFrame() const;
 
     QRectF m_zoomArea;
 };

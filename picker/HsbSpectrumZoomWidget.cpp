@@ -1,30 +1,16 @@
 #include "picker/HsbSpectrumZoomWidget.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
+
 #include <algorithm>
-#include <array>
 
 namespace VelaColorPickerLib {
 
 namespace {
 
-constexpr int kMaxHue = 359;
-constexpr int kMaxLevel = 255;
-constexpr double kTurn = 360.0;
-
-/// From one cell to the next.
-struct Steps
-{
-    int hue;        // degrees
-    int saturation; // of 255
-};
-
-constexpr std::array<Steps, ColorZoomWidget::kLevels> kSteps = {
-    {{13, 9}, {11, 8}, {9, 7}, {8, 6}, {7, 5}, {6, 4}, {5, 3}, {3, 2}, {2, 1}}};
-
-const Steps& stepsOf(int level)
-{
-    return kSteps[static_cast<std::size_t>(level - 1)];
-}
+constexpr int kLastHue = 359;
+constexpr int kLastSaturation = 255;
 
 } // namespace
 
@@ -32,76 +18,127 @@ HsbSpectrumZoomWidget::HsbSpectrumZoomWidget(QWidget* parent)
     : ColorZoomWidget(parent)
 {
     setAccessibleName(tr("Zoomed spectrum"));
-    setAccessibleDescription(tr("Colors near the chosen one, hue from left to right, saturation "
-                                "from top to bottom"));
-    setToolTip(tr("Click a color near the chosen one; double-click to put it in the middle. The "
-                  "wheel zooms."));
+    setAccessibleDescription(tr("Colors around the chosen one: hue across, saturation down"));
+    setToolTip(tr("Click a color to choose it, double-click it to bring it into the middle. The "
+                  "wheel zooms; arrow keys go from color to color."));
+    m_hsb.brightness = 1.0;
+    mark({0, 0}, cellColor({0, 0}));
 }
 
-void HsbSpectrumZoomWidget::setHsb(int hue, int saturation, int brightness, double alpha)
+HsbSpectrumZoomWidget::Center HsbSpectrumZoomWidget::cellCenter(const QPoint& cell) const
 {
-    hue = std::clamp(hue, 0, kMaxHue);
-    saturation = std::clamp(saturation, 0, kMaxLevel);
-    brightness = std::clamp(brightness, 0, kMaxLevel);
-    const bool centerMoves = hue != m_hue || saturation != m_saturation;
-    if (centerMoves || brightness != m_brightness) {
-        m_hue = hue;
-        m_saturation = saturation;
-        m_brightness = brightness;
-        refreshField();
-    }
-    m_alpha = alpha;
-    setMarkerCell({0, 0});
-    if (centerMoves) {
-        emit centerColorChanged(m_hue / kTurn, m_saturation / static_cast<double>(kMaxLevel),
-                                m_brightness / static_cast<double>(kMaxLevel), 1.0 - m_alpha);
-        emit zoomAreaChanged(zoomArea());
-    }
+    return {std::clamp(m_center.hue + cell.x() * steps().hue, 0, kLastHue),
+            std::clamp(m_center.saturation + cell.y() * steps().saturation, 0, kLastSaturation)};
 }
 
-int HsbSpectrumZoomWidget::hueOf(int column) const
+VelaColor HsbSpectrumZoomWidget::cellColor(const QPoint& cell) const
 {
-    return std::clamp(m_hue + column * stepsOf(level()).hue, 0, kMaxHue);
-}
-
-int HsbSpectrumZoomWidget::saturationOf(int row) const
-{
-    return std::clamp(m_saturation + row * stepsOf(level()).saturation, 0, kMaxLevel);
-}
-
-VelaColor HsbSpectrumZoomWidget::colorOfCell(int column, int row) const
-{
-    VelaColor color = VelaColor::fromHsv(hueOf(column), saturationOf(row), m_brightness);
-    color.setAlphaF(m_alpha);
+    const Center at = cellCenter(cell);
+    VelaColor color = VelaColor::fromHsv(at.hue, at.saturation, m_value);
+    color.setAlpha32(m_alpha);
     return color;
-}
-
-QColor HsbSpectrumZoomWidget::cellColor(int column, int row) const
-{
-    return VelaColor::fromHsv(hueOf(column), saturationOf(row), m_brightness).toQColor(true);
 }
 
 QRectF HsbSpectrumZoomWidget::zoomArea() const
 {
-    constexpr double kCells = kGridSize;
-    const Steps& steps = stepsOf(level());
-    const QSizeF size(kCells * steps.hue / kTurn, kCells * steps.saturation / kMaxLevel);
-    const QPointF center(m_hue / kTurn, m_saturation / static_cast<double>(kMaxLevel));
-    const QRectF area(center - QPointF(size.width() / 2.0, size.height() / 2.0), size);
+    const QSizeF cell(steps().hue / 360.0, steps().saturation / 255.0);
+    const QSizeF size(cell.width() * gridSize().width(), cell.height() * gridSize().height());
+    const QPointF center(m_center.hue / 360.0, m_center.saturation / 255.0);
+    const QRectF area(center.x() - size.width() / 2.0, center.y() - size.height() / 2.0,
+                      size.width(), size.height());
     return area.intersected(QRectF(0.0, 0.0, 1.0, 1.0));
 }
 
-void HsbSpectrumZoomWidget::chooseCell(int column, int row)
+void HsbSpectrumZoomWidget::setColor(const VelaColor& color)
 {
-    setMarkerCell({column, row});
-    emit colorChanged(colorOfCell(markerCell().x(), markerCell().y()));
+    if (!color.isValid()) {
+        return;
+    }
+    m_hsb.take(color);
+    m_alpha = color.alpha32();
+    const Center chosen = cellCenter(selectedCell());
+    const Center center = {m_hsb.hueDegrees(), m_hsb.saturation8()};
+    if (m_hsb.brightness8() != m_value) {
+        m_value = m_hsb.brightness8();
+        refreshCells();
+    }
+    if (chosen.hue == center.hue && chosen.saturation == center.saturation) {
+        mark(selectedCell(), color);
+        return;
+    }
+    mark({0, 0}, color);
+    moveCenter(center);
 }
 
-void HsbSpectrumZoomWidget::centerOnCell(int column, int row)
+void HsbSpectrumZoomWidget::moveCenter(const Center& center)
 {
-    const VelaColor color = colorOfCell(column, row);
-    setHsb(hueOf(column), saturationOf(row), m_brightness, m_alpha);
-    emit colorChanged(color);
+    if (center.hue == m_center.hue && center.saturation == m_center.saturation) {
+        return;
+    }
+    m_center = center;
+    refreshCells();
+    emit zoomAreaChanged(zoomArea());
+    emit centerColorChanged(center.hue / 360.0, center.saturation / 255.0, m_value / 255.0,
+                            cellColor({0, 0}).alphaF());
+}
+
+void HsbSpectrumZoomWidget::choose(const QPoint& cell)
+{
+    const VelaColor chosen = cellColor(cell);
+    m_hsb.take(chosen);
+    mark(cell, chosen);
+    emit colorChanged(chosen);
+}
+
+void HsbSpectrumZoomWidget::centerChosen()
+{
+    const Center center = cellCenter(selectedCell());
+    mark({0, 0}, color());
+    moveCenter(center);
+}
+
+void HsbSpectrumZoomWidget::moveTo(const QPoint& pixel)
+{
+    choose(cellAt(pixel));
+}
+
+void HsbSpectrumZoomWidget::moveBy(int columns, int rows)
+{
+    const QPoint target = selectedCell() + QPoint(columns, rows);
+    const QPoint cell = limited(target);
+    if (target != cell) {
+        moveCenter(cellCenter(target - cell));
+    }
+    choose(cell);
+}
+
+void HsbSpectrumZoomWidget::moveToEnd(int columns, int rows)
+{
+    const QPoint last = lastCell();
+    choose(limited(selectedCell() + QPoint(2 * last.x() * columns, 2 * last.y() * rows)));
+}
+
+void HsbSpectrumZoomWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    choose(cellAt(event->pos()));
+    centerChosen();
+}
+
+void HsbSpectrumZoomWidget::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        centerChosen();
+        break;
+    default:
+        ColorZoomWidget::keyPressEvent(event);
+    }
 }
 
 } // namespace VelaColorPickerLib

@@ -1,45 +1,59 @@
 #pragma once
 
 #include "picker/ColorZoomWidget.h"
+#include "picker/Hsb.h"
+
+class QKeyEvent;
+class QMouseEvent;
 
 namespace VelaColorPickerLib {
 
-/// A piece of the spectrum around a centre: hue from left to right, saturation from top to bottom.
+/// A magnified piece of the spectrum: hue across and saturation down around the centre colour, at
+/// its brightness. A click chooses a cell and leaves the grid where it is; arrow keys move from
+/// cell to cell (with Shift by three) and take the grid along at its edge; a double click, Space
+/// or Enter puts the chosen colour into the centre.
 class HsbSpectrumZoomWidget final : public ColorZoomWidget
 {
     Q_OBJECT
 public:
     explicit HsbSpectrumZoomWidget(QWidget* parent = nullptr);
 
-    /// Shows a colour in the middle: hue 0..359, saturation, brightness and alpha 0..255, each
-    /// limited. Emits colorChanged() for none of it.
-    void setHsb(int hue, int saturation, int brightness, double alpha);
-    // Of the middle cell.
-    int hue() const { return m_hue; }
-    int saturation() const { return m_saturation; }
-    /// The colour of a cell, counted from the middle one.
-    VelaColor colorOfCell(int column, int row) const;
+    /// Shows a colour and puts it into the centre, unless its hue and saturation are those of the
+    /// chosen cell already. Emits no colour. A grey leaves the hue, black the saturation too; an
+    /// invalid colour changes nothing.
+    void setColor(const VelaColor& color);
 
+    VelaColor cellColor(const QPoint& cell) const override;
     QRectF zoomArea() const override;
 
 signals:
-    void colorChanged(const VelaColor& color);
-    /// The middle of the grid moved: hue, saturation, brightness and transparency, each 0..1.
+    void colorChanged(VelaColor color);
+    /// The grid is around another colour: hue, saturation and brightness 0..1, and its alpha, of
+    /// which 0 is transparent and 1 opaque.
     void centerColorChanged(double hue, double saturation, double brightness, double transparency);
 
 protected:
-    QColor cellColor(int column, int row) const override;
-    void chooseCell(int column, int row) override;
-    void centerOnCell(int column, int row) override;
+    void moveTo(const QPoint& pixel) override;
+    void moveBy(int columns, int rows) override;
+    void moveToEnd(int columns, int rows) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    int hueOf(int column) const;
-    int saturationOf(int row) const;
+    struct Center
+    {
+        int hue = 0;        // degrees, 0..359
+        int saturation = 0; // 0..255
+    };
+    Center cellCenter(const QPoint& cell) const;
+    void moveCenter(const Center& center);
+    void choose(const QPoint& cell);
+    void centerChosen();
 
-    int m_hue = 0;
-    int m_saturation = 0;
-    int m_brightness = 255;
-    double m_alpha = 1.0;
+    Hsb m_hsb; // of the chosen colour
+    Center m_center;
+    int m_value = 255;
+    quint32 m_alpha = 0xFFFFFFFFU;
 };
 
 } // namespace VelaColorPickerLib

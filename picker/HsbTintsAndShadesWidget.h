@@ -2,9 +2,13 @@
 
 #include "picker/GradientColorSelectorWidget.h"
 
+class QPaintEvent;
+
 namespace VelaColorPickerLib {
 
-/// The tints and shades of one hue: saturation from left to right, brightness from bottom to top.
+/// The tints and shades of the colour's hue: saturation across, brightness down, from full to
+/// black. Arrows go by 1/255, with Shift ten times as far; the wheel changes the brightness, with
+/// Shift the saturation.
 class HsbTintsAndShadesWidget final : public GradientColorSelectorWidget
 {
     Q_OBJECT
@@ -12,13 +16,13 @@ public:
     explicit HsbTintsAndShadesWidget(QWidget* parent = nullptr);
 
 protected:
-    QImage paintField(const QSize& size) const override;
-    QPointF markerPlace() const override;
-    void moveToPlace(const QPointF& place) override;
-    void valuesChanged() override;
-
-private:
-    double m_fieldHue = 0.0; // what the field was painted for
+    QPointF pointOf(const Hsb& hsb) const override;
+    Hsb hsbAt(const QPointF& point, const Hsb& hsb) const override;
+    QPointF keyStep() const override;
+    QImage fieldImage(const QSize& pixels, double ratio, const Hsb& hsb) const override;
+    bool isSameField(const Hsb& a, const Hsb& b) const override;
+    void turnWheel(int notches, Qt::KeyboardModifiers modifiers) override;
+    void paintEvent(QPaintEvent* event) override;
 };
 
 } // namespace VelaColorPickerLib

@@ -8,22 +8,20 @@
 #include "picker/RgbSlidersWidget.h"
 #include "picker/ZoomControlWidget.h"
 
-#include <QFontMetrics>
+#include <QByteArray>
 #include <QHBoxLayout>
 #include <QHideEvent>
 #include <QKeySequence>
 #include <QShortcut>
+#include <QShowEvent>
 #include <QSplitter>
 #include <QVBoxLayout>
-
-#include <algorithm>
-#include <cmath>
 
 namespace VelaColorPickerLib {
 
 namespace {
 
-QString levelKey()
+QString zoomLevelKey()
 {
     return QStringLiteral("colorPickerZoomLevel");
 }
@@ -33,39 +31,30 @@ QString splitterKey()
     return QStringLiteral("colorPickerTopSplitterState");
 }
 
-int degrees(double hue)
-{
-    return static_cast<int>(std::lround(hue * 360.0)) % 360;
-}
-
-int level8(double value)
-{
-    return static_cast<int>(std::lround(value * 255.0));
-}
-
 } // namespace
 
 RgbPickerWidget::RgbPickerWidget(QWidget* parent)
     : QWidget(parent)
-    , m_topSplitter(new QSplitter(Qt::Horizontal, this))
+    , m_color(Qt::white)
     , m_spectrum(new HsbSpectrumWidget)
-    , m_tints(new HsbTintsAndShadesWidget)
     , m_zoom(new HsbSpectrumZoomWidget)
-    , m_zoomControl(new ZoomControlWidget)
+    , m_zoomControl(new ZoomControlWidget(ColorZoomWidget::kLevels))
+    , m_tints(new HsbTintsAndShadesWidget)
     , m_rgbSliders(new RgbSlidersWidget)
     , m_hsbSliders(new HsbSlidersWidget)
+    , m_splitter(new QSplitter(Qt::Horizontal))
 {
     layOut();
-    addShortcuts();
-    connectViews();
-    readSettings();
-    showColor(m_color, nullptr);
+    push(m_color, nullptr);
     m_spectrum->setZoomArea(m_zoom->zoomArea());
+    connectViews();
+    addShortcuts();
+    readSettings();
 }
 
 RgbPickerWidget::~RgbPickerWidget()
 {
-    if (isVisible()) {
+    if (m_isOpen) { // taken down with its window still open
         writeSettings();
     }
 }
@@ -73,180 +62,194 @@ RgbPickerWidget::~RgbPickerWidget()
 void RgbPickerWidget::layOut()
 {
     const int unit = fontMetrics().height() / 2;
-    auto* const side = new QWidget;
-    auto* const sideColumn = new QVBoxLayout(side);
-    sideColumn->setContentsMargins(0, 0, 0, 0);
-    sideColumn->setSpacing(unit);
-    sideColumn->addWidget(m_tints, 1);
-    sideColumn->addSpacing(unit);
-    sideColumn->addWidget(m_zoom, 1);
-    sideColumn->addWidget(m_zoomControl);
+    auto* const zoomPane = new QWidget;
+    auto* const zoomColumn = new QVBoxLayout(zoomPane);
+    zoomColumn->setContentsMargins(0, 0, 0, 0);
+    zoomColumn->setSpacing(unit);
+    zoomColumn->addWidget(m_zoom, 1);
+    zoomColumn->addWidget(m_zoomControl);
 
-    m_topSplitter->setObjectName(QStringLiteral("topSplitter"));
-    m_topSplitter->setHandleWidth(2 * unit);
-    m_topSplitter->setChildrenCollapsible(false);
-    m_topSplitter->addWidget(m_spectrum);
-    m_topSplitter->addWidget(side);
-    m_topSplitter->setStretchFactor(0, 2);
-    m_topSplitter->setStretchFactor(1, 1);
-    m_topSplitter->setSizes({660, 340}); // proportions: the first resize scales them
+    m_splitter->setObjectName(QStringLiteral("topSplitter"));
+    m_splitter->addWidget(m_spectrum);
+    m_splitter->addWidget(zoomPane);
+    m_splitter->setStretchFactor(0, 3);
+    m_splitter->setStretchFactor(1, 2);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setHandleWidth(2 * unit);
 
-    auto* const sliders = new QHBoxLayout;
-    sliders->setSpacing(4 * unit);
-    sliders->addWidget(m_rgbSliders, 1);
-    sliders->addWidget(m_hsbSliders, 1);
+    ColorSlidersWidget::lineUp(m_rgbSliders, m_hsbSliders);
+    auto* const sliders = new QVBoxLayout;
+    sliders->setSpacing(2 * unit);
+    sliders->addWidget(m_rgbSliders);
+    sliders->addWidget(m_hsbSliders);
+    sliders->addStretch(1);
+    auto* const foot = new QHBoxLayout;
+    foot->setSpacing(2 * unit);
+    foot->addWidget(m_tints, 2);
+    foot->addLayout(sliders, 3);
 
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(2 * unit);
-    column->addWidget(m_topSplitter, 1);
-    column->addLayout(sliders);
-}
-
-void RgbPickerWidget::addShortcuts()
-{
-    for (const char* const keys : {"CTRL+=", "CTRL++"}) {
-        auto* const in = new QShortcut(QKeySequence(QLatin1String(keys)), this);
-        connect(in, &QShortcut::activated, this, &RgbPickerWidget::zoomIn);
-    }
-    auto* const out = new QShortcut(QKeySequence(QStringLiteral("CTRL+-")), this);
-    connect(out, &QShortcut::activated, this, &RgbPickerWidget::zoomOut);
+    column->addWidget(m_splitter, 1);
+    column->addLayout(foot);
+    setFocusProxy(m_spectrum);
 }
 
 void RgbPickerWidget::connectViews()
 {
-    connect(m_spectrum, &HsbSpectrumWidget::colorChanged, this,
-            &RgbPickerWidget::onSpectrumColorChanged);
+    using Self = RgbPickerWidget;
+    connect(m_spectrum, &HsbSpectrumWidget::colorChanged, this, &Self::onSpectrumColorChanged);
     connect(m_tints, &HsbTintsAndShadesWidget::colorChanged, this,
-            &RgbPickerWidget::onTintsAndShadesColorChanged);
-    connect(m_zoom, &HsbSpectrumZoomWidget::colorChanged, this,
-            &RgbPickerWidget::onSpectrumZoomColorChanged);
-    connect(m_zoom, &HsbSpectrumZoomWidget::levelChanged, this,
-            &RgbPickerWidget::onSpectrumZoomLevelChanged);
-    connect(m_zoom, &HsbSpectrumZoomWidget::zoomAreaChanged, m_spectrum,
-            &HsbSpectrumWidget::setZoomArea);
-    connect(m_rgbSliders, &RgbSlidersWidget::colorChanged, this,
-            &RgbPickerWidget::onRgbSlidersChanged);
-    connect(m_hsbSliders, &HsbSlidersWidget::colorChanged, this,
-            &RgbPickerWidget::onHsbSlidersChanged);
-    connect(m_zoomControl, &ZoomControlWidget::zoomOut, this, &RgbPickerWidget::zoomOut);
-    connect(m_zoomControl, &ZoomControlWidget::zoomIn, this, &RgbPickerWidget::zoomIn);
+            &Self::onTintsAndShadesColorChanged);
+    connect(m_zoom, &HsbSpectrumZoomWidget::colorChanged, this, &Self::onSpectrumZoomColorChanged);
+    connect(m_rgbSliders, &RgbSlidersWidget::colorChanged, this, &Self::onRgbSlidersChanged);
+    connect(m_hsbSliders, &HsbSlidersWidget::colorChanged, this, &Self::onHsbSlidersChanged);
+    connect(m_zoom, &ColorZoomWidget::zoomAreaChanged, m_spectrum, &HsbSpectrumWidget::setZoomArea);
+    connect(m_zoom, &ColorSelectorWidget::zoomStepped, this, &Self::stepZoom);
+    connect(m_spectrum, &ColorSelectorWidget::zoomStepped, this, &Self::stepZoom);
+    connect(m_zoomControl, &ZoomControlWidget::zoomOutClicked, this, &Self::zoomOut);
+    connect(m_zoomControl, &ZoomControlWidget::zoomInClicked, this, &Self::zoomIn);
 }
 
-void RgbPickerWidget::readSettings()
+void RgbPickerWidget::addShortcuts()
 {
-    const QSettings settings = pickerSettings();
-    m_zoom->setLevel(settings.value(levelKey(), 1).toInt());
-    m_zoomControl->setLevel(m_zoom->level(), ColorZoomWidget::kLevels);
-    m_topSplitter->restoreState(settings.value(splitterKey()).toByteArray());
-    m_topSplitter->setOrientation(Qt::Horizontal); // whatever the state held
-}
-
-void RgbPickerWidget::writeSettings() const
-{
-    QSettings settings = pickerSettings();
-    settings.setValue(levelKey(), m_zoom->level());
-    settings.setValue(splitterKey(), m_topSplitter->saveState());
-}
-
-void RgbPickerWidget::hideEvent(QHideEvent* event)
-{
-    QWidget::hideEvent(event);
-    if (!event->spontaneous()) {
-        writeSettings();
+    struct Entry
+    {
+        const char* keys;
+        void (RgbPickerWidget::*slot)();
+    };
+    const Entry entries[] = {{"CTRL+=", &RgbPickerWidget::zoomIn},
+                             {"CTRL++", &RgbPickerWidget::zoomIn},
+                             {"CTRL+-", &RgbPickerWidget::zoomOut}};
+    for (const Entry& entry : entries) {
+        auto* const shortcut = new QShortcut(QKeySequence(QLatin1String(entry.keys)), this);
+        connect(shortcut, &QShortcut::activated, this, entry.slot);
     }
 }
 
 void RgbPickerWidget::setColor(const VelaColor& color)
 {
-    if (color.isValid()) {
-        showColor(color, nullptr);
+    if (!color.isValid()) {
+        return;
+    }
+    m_color = color;
+    push(color, nullptr);
+}
+
+int RgbPickerWidget::zoomLevel() const
+{
+    return m_zoom->level();
+}
+
+void RgbPickerWidget::push(const VelaColor& color, const QWidget* source)
+{
+    if (source != m_spectrum) {
+        m_spectrum->setColor(color);
+    }
+    if (source != m_tints) {
+        m_tints->setColor(color);
+    }
+    if (source != m_zoom) {
+        m_zoom->setColor(color);
+    }
+    if (source != m_rgbSliders) {
+        m_rgbSliders->setColor(color);
+    }
+    if (source != m_hsbSliders) {
+        m_hsbSliders->setColor(color);
     }
 }
 
-void RgbPickerWidget::onSpectrumColorChanged(const VelaColor& color)
+void RgbPickerWidget::choose(const VelaColor& color, const QWidget* source)
+{
+    if (!color.isValid()) {
+        return;
+    }
+    m_color = color;
+    push(color, source);
+    emit colorChanged(color, QString());
+}
+
+void RgbPickerWidget::onSpectrumColorChanged(VelaColor color)
 {
     choose(color, m_spectrum);
 }
 
-void RgbPickerWidget::onTintsAndShadesColorChanged(const VelaColor& color)
+void RgbPickerWidget::onTintsAndShadesColorChanged(VelaColor color)
 {
     choose(color, m_tints);
 }
 
-void RgbPickerWidget::onSpectrumZoomColorChanged(const VelaColor& color)
+void RgbPickerWidget::onSpectrumZoomColorChanged(VelaColor color)
 {
     choose(color, m_zoom);
 }
 
 void RgbPickerWidget::onSpectrumZoomLevelChanged(int level)
 {
-    m_zoomControl->setLevel(level, ColorZoomWidget::kLevels);
+    m_zoom->setLevel(level);
+    m_zoomControl->setLevel(m_zoom->level());
 }
 
-void RgbPickerWidget::onRgbSlidersChanged(const VelaColor& color)
+void RgbPickerWidget::onRgbSlidersChanged(VelaColor color)
 {
     choose(color, m_rgbSliders);
 }
 
-void RgbPickerWidget::onHsbSlidersChanged(const VelaColor& color)
+void RgbPickerWidget::onHsbSlidersChanged(VelaColor color)
 {
     choose(color, m_hsbSliders);
 }
 
+void RgbPickerWidget::stepZoom(int levels)
+{
+    onSpectrumZoomLevelChanged(m_zoom->level() + levels);
+}
+
 void RgbPickerWidget::zoomOut()
 {
-    m_zoom->setLevel(m_zoom->level() - 1);
+    stepZoom(-1);
 }
 
 void RgbPickerWidget::zoomIn()
 {
-    m_zoom->setLevel(m_zoom->level() + 1);
+    stepZoom(1);
 }
 
-void RgbPickerWidget::choose(const VelaColor& color, const QWidget* source)
+void RgbPickerWidget::showEvent(QShowEvent* event)
 {
-    showColor(color, source);
-    emit colorChanged(color, QString());
+    QWidget::showEvent(event);
+    m_isOpen = true;
 }
 
-void RgbPickerWidget::takeValues(const VelaColor& color)
+void RgbPickerWidget::hideEvent(QHideEvent* event)
 {
-    const bool isOfScreen = color.spec() == VelaColor::Rgb || color.spec() == VelaColor::Hsv;
-    const VelaColor shown = isOfScreen ? color : color.toRgb(true);
-    double hue = -1.0;
-    double saturation = 0.0;
-    double brightness = 0.0;
-    shown.getHsvF(&hue, &saturation, &brightness);
-    if (hue >= 0.0) {
-        m_hue = hue;
+    QWidget::hideEvent(event);
+    if (!event->spontaneous() && m_isOpen) {
+        writeSettings();
     }
-    if (brightness > 0.0 || shown.spec() == VelaColor::Hsv) {
-        m_saturation = saturation;
-    }
-    m_brightness = brightness;
 }
 
-void RgbPickerWidget::showColor(const VelaColor& color, const QWidget* source)
+void RgbPickerWidget::readSettings()
 {
-    m_color = color;
-    takeValues(color);
-    const double alpha = color.alphaF();
-    if (source != m_spectrum) {
-        m_spectrum->setHsb(m_hue, m_saturation, m_brightness, alpha);
+    const QSettings settings = pickerSettings();
+    onSpectrumZoomLevelChanged(settings.value(zoomLevelKey(), 1).toInt());
+    const QByteArray state = settings.value(splitterKey()).toByteArray();
+    if (m_splitter->restoreState(state)) {
+        // A state brings more than the sizes.
+        m_splitter->setOrientation(Qt::Horizontal);
+        m_splitter->setChildrenCollapsible(false);
+        m_splitter->setHandleWidth(fontMetrics().height());
     }
-    if (source != m_tints) {
-        m_tints->setHsb(m_hue, m_saturation, m_brightness, alpha);
-    }
-    if (source != m_zoom) { // its grid stays while a colour is chosen from it
-        m_zoom->setHsb(degrees(m_hue), level8(m_saturation), level8(m_brightness), alpha);
-    }
-    if (source != m_rgbSliders) {
-        m_rgbSliders->setColor(color);
-    }
-    if (source != m_hsbSliders) {
-        m_hsbSliders->setHsb(degrees(m_hue), level8(m_saturation), level8(m_brightness), alpha);
-    }
+}
+
+void RgbPickerWidget::writeSettings()
+{
+    m_isOpen = false;
+    QSettings settings = pickerSettings();
+    settings.setValue(zoomLevelKey(), zoomLevel());
+    settings.setValue(splitterKey(), m_splitter->saveState());
 }
 
 } // namespace VelaColorPickerLib

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QWidget>
 
+class QHideEvent;
+class QShowEvent;
 class QSplitter;
 
 namespace VelaColorPickerLib {
@@ -16,8 +18,8 @@ class HsbTintsAndShadesWidget;
 class RgbSlidersWidget;
 class ZoomControlWidget;
 
-/// The picker's page of every colour that a screen has: a spectrum, a zoomed piece of it, tints and
-/// shades, and two groups of sliders, which all show one colour.
+/// The picker's page of the RGB gamut: spectrum, a zoomed piece of it, tints and shades, and
+/// sliders, all of one colour. It remembers its zoom level and its splitter from run to run.
 class RgbPickerWidget final : public QWidget
 {
     Q_OBJECT
@@ -25,50 +27,50 @@ public:
     explicit RgbPickerWidget(QWidget* parent = nullptr);
     ~RgbPickerWidget() override;
 
-    /// Shows a colour; emits nothing. Where it has no hue (a grey) or no saturation (black) the
-    /// views keep theirs. An invalid colour changes nothing.
+    /// Shows a colour; emits nothing. An invalid colour changes nothing.
     void setColor(const VelaColor& color);
+    /// What was set or chosen last, as it was.
     VelaColor color() const { return m_color; }
+    /// 1..9
+    int zoomLevel() const;
 
 signals:
-    void colorChanged(const VelaColor& color, const QString& uid);
+    void colorChanged(VelaColor color, QString uid);
 
 public slots:
-    void onSpectrumColorChanged(const VelaColor& color);
-    void onTintsAndShadesColorChanged(const VelaColor& color);
-    void onSpectrumZoomColorChanged(const VelaColor& color);
+    void onSpectrumColorChanged(VelaColor color);
+    void onTintsAndShadesColorChanged(VelaColor color);
+    void onSpectrumZoomColorChanged(VelaColor color);
+    /// Limited to 1..9.
     void onSpectrumZoomLevelChanged(int level);
-    void onRgbSlidersChanged(const VelaColor& color);
-    void onHsbSlidersChanged(const VelaColor& color);
+    void onRgbSlidersChanged(VelaColor color);
+    void onHsbSlidersChanged(VelaColor color);
     void zoomOut();
     void zoomIn();
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
     void layOut();
-    void addShortcuts();
     void connectViews();
+    void addShortcuts();
+    void stepZoom(int levels);
     void readSettings();
-    void writeSettings() const;
-    void takeValues(const VelaColor& color);
-    void showColor(const VelaColor& color, const QWidget* source);
+    void writeSettings();
+    void push(const VelaColor& color, const QWidget* source);
     void choose(const VelaColor& color, const QWidget* source);
 
-    VelaColor m_color = Qt::white;
-    // 0..1; what a grey and black leave open stays as it was.
-    double m_hue = 0.0;
-    double m_saturation = 0.0;
-    double m_brightness = 1.0;
-
-    QSplitter* m_topSplitter;
+    VelaColor m_color;
+    bool m_isOpen = false; // shown, and its settings not yet written
     HsbSpectrumWidget* m_spectrum;
-    HsbTintsAndShadesWidget* m_tints;
     HsbSpectrumZoomWidget* m_zoom;
     ZoomControlWidget* m_zoomControl;
+    HsbTintsAndShadesWidget* m_tints;
     RgbSlidersWidget* m_rgbSliders;
     HsbSlidersWidget* m_hsbSliders;
+    QSplitter* m_splitter;
 };
 
 } // namespace VelaColorPickerLib

@@ -4,17 +4,16 @@
 
 namespace VelaColorPickerLib {
 
-/// Red, green and blue of a colour, 0..255 each.
+/// Red, green and blue, 0..255 each, as the colour is shown on the screen. What it gives keeps the
+/// alpha of the colour that was set.
 class RgbSlidersWidget final : public ColorSlidersWidget
 {
     Q_OBJECT
 public:
     explicit RgbSlidersWidget(QWidget* parent = nullptr);
 
-    /// Shows a colour as red, green and blue; an invalid one as black. Emits nothing.
-    void setColor(const VelaColor& color);
-
 public slots:
+    // Values beyond a row's range are limited to it.
     void onRedSliderChanged(int value);
     void onGreenSliderChanged(int value);
     void onBlueSliderChanged(int value);
@@ -23,7 +22,8 @@ public slots:
     void onBlueSpinBoxChanged(int value);
 
 protected:
-    VelaColor colorOf(const Values& values) const override;
+    Values valuesOf(const VelaColor& color, const Values& shown) const override;
+    VelaColor colorOf(const Values& values, const VelaColor& present) const override;
 };
 
 } // namespace VelaColorPickerLib

@@ -7,24 +7,30 @@ class QToolButton;
 
 namespace VelaColorPickerLib {
 
-/// The buttons that zoom out and in, with the level between them.
+/// The zoom buttons, with the level between them.
 class ZoomControlWidget final : public QWidget
 {
     Q_OBJECT
 public:
-    explicit ZoomControlWidget(QWidget* parent = nullptr);
+    /// For the levels 1..`levels`.
+    explicit ZoomControlWidget(int levels, QWidget* parent = nullptr);
 
-    /// Shows `level` of `levels`, and disables the button that would leave them.
-    void setLevel(int level, int levels);
+    int level() const { return m_level; }
+    /// Limited to the levels; emits nothing. A button that leads past them is disabled.
+    void setLevel(int level);
 
 signals:
-    void zoomOut();
-    void zoomIn();
+    void zoomOutClicked();
+    void zoomInClicked();
 
 private:
-    QToolButton* m_out;
+    QToolButton* makeButton(const char* objectName, const char* icon);
+
+    int m_levels;
+    int m_level = 0; // none yet
+    QToolButton* m_zoomOut;
     QLabel* m_label;
-    QToolButton* m_in;
+    QToolButton* m_zoomIn;
 };
 
 } // namespace VelaColorPickerLib

@@ -74,6 +74,7 @@ class VelaColorLibraryTest : public QObject
 {
     Q_OBJECT
 private slots:
+    void initTestCase();
     void init();
     void startsWithTwoLists();
     void headersAreAskedForAcrossAndToShow();
@@ -105,13 +106,22 @@ private slots:
     void renamedListsStayUnique();
     void whatIsTheUsersCanBeEdited();
     void theShowsSwatchesTravel();
+    void severalSwatchesTravelTogether();
     void tenThousandSwatchesOpen();
+
+private:
+    QTemporaryDir m_home;
 };
+
+void VelaColorLibraryTest::initTestCase()
+{
+    QVERIFY(qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path()))); // nobody's own swatches
+    QCOMPARE(Library::userFolder(), m_home.filePath(QStringLiteral("Ostrand Halden")));
+    QCOMPARE(Library::userFile(), m_home.filePath(QStringLiteral("Ostrand Halden/userColors.xml")));
+}
 
 void VelaColorLibraryTest::init()
 {
-    QVERIFY(Library::userFolder().endsWith(QStringLiteral("/Ostrand Halden")));
-    QVERIFY(Library::userFolder().startsWith(QString::fromLocal8Bit(qgetenv("XDG_DATA_HOME"))));
     QDir(Library::userFolder()).removeRecursively();
 }
 
@@ -493,6 +503,48 @@ void VelaColorLibraryTest::foreignDropsAreRefused()
     ColorMime::writeColor(&good, Qt::blue, QString(), QString(), QString());
     QVERIFY(!library.dropMimeData(&good, Qt::CopyAction, -1, -1, QModelIndex()));
     QCOMPARE(library.rowCount(list), 0);
+}
+
+void VelaColorLibraryTest::severalSwatchesTravelTogether()
+{
+    Library library;
+    library.load();
+    const QAbstractItemModelTester tester(&library,
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const QString from = QStringLiteral("From");
+    const QString to = QStringLiteral("To");
+    library.insertColor(Qt::red, QStringLiteral("r"), QStringLiteral("P"), from, {});
+    library.insertColor(VelaColor(), QStringLiteral("none"), {}, from, {});
+    library.insertColor(Qt::green, QStringLiteral("g"), {}, from, QStringLiteral("7"));
+    library.insertColor(Qt::blue, QStringLiteral("last"), {}, to, {});
+    const QModelIndex list = library.listIndex(from);
+    QModelIndexList selected;
+    for (int row = 0; row < 3; ++row) { // as a view selects: each column
+        selected << library.index(row, 0, list) << library.index(row, 1, list);
+    }
+    selected << list;
+    const std::unique_ptr<QMimeData> data(library.mimeData(selected));
+    const QSignalSpy changes(&library, &Library::changed);
+    const QSignalSpy added(&library, &Library::addedColorToList);
+    QVERIFY(library.dropMimeData(data.get(), Qt::CopyAction, 0, 0, library.listIndex(to)));
+    QCOMPARE(swatchNames(library, to),
+             QStringList({QStringLiteral("r"), QStringLiteral("g"), QStringLiteral("last")}));
+    const QModelIndex target = library.listIndex(to);
+    const VelaColorLibraryItem* const green = library.itemAt(library.index(1, 0, target));
+    QVERIFY(green->color() == VelaColor(Qt::green));
+    QCOMPARE(green->colorId(), QStringLiteral("7"));
+    QCOMPARE(library.itemAt(library.index(0, 0, target))->originatingPreset(), QStringLiteral("P"));
+    QCOMPARE(changes.size(), 1); // one change, one save
+    QCOMPARE(changes.first().first().toString(), to);
+    QCOMPARE(added.size(), 2);
+    Library again;
+    QVERIFY(again.load());
+    QCOMPARE(swatchNames(again, to), swatchNames(library, to));
+    QMimeData broken;
+    broken.setData(QStringLiteral("data/x-velacolor"),
+                   VelaColor(Qt::red).toString().toLatin1() + "\nnonsense");
+    QVERIFY(!library.dropMimeData(&broken, Qt::CopyAction, -1, -1, target));
+    QCOMPARE(library.rowCount(target), 3);
 }
 
 void VelaColorLibraryTest::itemsWriteTheirOwnFormatOnly()

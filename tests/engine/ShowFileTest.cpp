@@ -21,6 +21,13 @@ private slots:
     void readsTheTimelinesOwnKeys();
     void theRootsTypeIsNotLookedAtButKept();
     void writesTheTimelineByteForByte();
+    void theAppendixIsTheLastChild();
+    void noAppendixLeavesTheFileAsItIs_data();
+    void noAppendixLeavesTheFileAsItIs();
+    void theAppendixIsAskedAtEachSave();
+    void readersSkipTheAppendix();
+    void theReaderIsGivenTheDocument();
+    void theReaderIsNotGivenWhatIsRefused();
     void aFileSurvivesReadingAndSaving();
     void loadsUtf8();
     void dropsUnknownTypesAndKeepsTheRest();
@@ -192,6 +199,98 @@ void ShowFileTest::writesTheTimelineByteForByte()
                        "</effect>\n"
                        "</effect>\n");
     QCOMPARE(textOf(show), expected);
+}
+
+void ShowFileTest::theAppendixIsTheLastChild()
+{
+    MetaEffect show(nullptr, 5, nullptr);
+    MetaEffect child(nullptr, Effect::kNoGid, nullptr);
+    show.addEffect(&child);
+    const QString before = textOf(show);
+    show.setAppendix([](QDomDocument& document) {
+        QDomElement element = document.createElement(QStringLiteral("ColorLibraryList"));
+        element.appendChild(document.createElement(QStringLiteral("ColorLibrary")));
+        return element;
+    });
+    const QString end = QStringLiteral("</effect>\n");
+    QVERIFY(before.endsWith(end + end));
+    QCOMPARE(textOf(show), before.left(before.size() - end.size()) +
+                               QStringLiteral("<ColorLibraryList>\n<ColorLibrary/>\n"
+                                              "</ColorLibraryList>\n") +
+                               end);
+}
+
+void ShowFileTest::noAppendixLeavesTheFileAsItIs_data()
+{
+    QTest::addColumn<bool>("isAsked");
+    QTest::newRow("nobody asked") << false;
+    QTest::newRow("a null element") << true;
+}
+
+void ShowFileTest::noAppendixLeavesTheFileAsItIs()
+{
+    QFETCH(const bool, isAsked);
+    const ShowPtr show(parse(timeline(QStringLiteral("<loop>0</loop>"))));
+    const QString before = textOf(*show);
+    show->setAppendix(isAsked ? [](QDomDocument&) { return QDomElement(); }
+                              : MetaEffect::Appendix());
+    QCOMPARE(textOf(*show), before);
+}
+
+void ShowFileTest::theAppendixIsAskedAtEachSave()
+{
+    MetaEffect show(nullptr, 5, nullptr);
+    QString tag = QStringLiteral("First");
+    show.setAppendix([&tag](QDomDocument& document) { return document.createElement(tag); });
+    QVERIFY(textOf(show).contains(QStringLiteral("<First/>")));
+    tag = QStringLiteral("Second");
+    QVERIFY(textOf(show).endsWith(QStringLiteral("<Second/>\n</effect>\n")));
+    QVERIFY(!textOf(show).contains(QStringLiteral("<First/>")));
+}
+
+void ShowFileTest::readersSkipTheAppendix()
+{
+    const QString swatches =
+        QStringLiteral("<ColorLibraryList><ColorLibrary name=\"loop\"><Color name=\"brightness\"/>"
+                       "</ColorLibrary></ColorLibraryList>");
+    const ShowPtr plain(parse(timeline(QStringLiteral("<loop>0</loop>"))));
+    const ShowPtr show(parse(timeline(QStringLiteral("<loop>0</loop>") + swatches)));
+    QVERIFY(show->effectList().isEmpty());
+    QCOMPARE(textOf(*show), textOf(*plain)); // kept by whoever reads it
+}
+
+void ShowFileTest::theReaderIsGivenTheDocument()
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("a.sho"));
+    const QString text = timeline(QStringLiteral("<other key=\"1\"/>"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text.toUtf8());
+    file.close();
+    QStringList keys;
+    const auto reader = [&keys](const QDomDocument& document) {
+        keys << document.elementsByTagName(QStringLiteral("other"))
+                    .at(0)
+                    .toElement()
+                    .attribute(QStringLiteral("key"));
+    };
+    const ShowPtr loaded(EffectFactory::loadShow(path, nullptr, reader));
+    QVERIFY(loaded != nullptr);
+    const ShowPtr parsed(EffectFactory::parseShow(text, nullptr, reader));
+    QVERIFY(parsed != nullptr);
+    QCOMPARE(keys, QStringList({QStringLiteral("1"), QStringLiteral("1")}));
+}
+
+void ShowFileTest::theReaderIsNotGivenWhatIsRefused()
+{
+    int readings = 0;
+    const auto reader = [&readings](const QDomDocument&) { ++readings; };
+    ignoreRefusal();
+    QVERIFY(EffectFactory::parseShow(QStringLiteral("<map/>"), nullptr, reader) == nullptr);
+    ignoreRefusal();
+    QVERIFY(EffectFactory::parseShow(QString(), nullptr, reader) == nullptr);
+    QCOMPARE(readings, 0);
 }
 
 void ShowFileTest::aFileSurvivesReadingAndSaving()

@@ -1,4 +1,4 @@
-#include "map/XmlDepth.h"
+#include "color/XmlDepth.h"
 
 #include <QBuffer>
 #include <QXmlDefaultHandler>
