@@ -2,7 +2,7 @@
 
 #include "engine/Effect.h"
 #include "engine/EffectFactory.h"
-#include "map/XmlDepth.h"
+#include "color/XmlDepth.h"
 
 #include <QDomDocument>
 #include <QStringList>

@@ -13,7 +13,8 @@ play() {
 
 if [ "${1:-}" != "--dialogs" ]; then
     cmake/install-packages.sh --run
-    cmake/build.sh release pageant-forge forge-listen forge-picker-demo
+    cmake/build.sh release pageant-forge forge-listen forge-picker-demo FirstShowTest \
+        FormGalleryTest
     play gallery facade/facade.map facade/facade.sho 10
     cp artifacts/gallery/main-window.png artifacts/gallery/simulation.png "$gallery"
     play gallery-all-effects facade/facade.map facade/all-effects.sho 35
@@ -23,6 +24,11 @@ if [ "${1:-}" != "--dialogs" ]; then
     picker_home=$(mktemp -d)
     XDG_CONFIG_HOME=$picker_home XDG_DATA_HOME=$picker_home tests/on-display.sh \
         build/release/bin/forge-picker-demo --gallery "$gallery"
+    for pictures in FirstShowTest FormGalleryTest; do
+        FORGE_PICTURES=$gallery QT_QPA_PLATFORM=offscreen QT_STYLE_OVERRIDE=fusion \
+            XDG_CONFIG_HOME=$picker_home XDG_DATA_HOME=$picker_home \
+            tests/in-namespace.sh "build/release/tests/program/$pictures"
+    done
     rm -rf "$picker_home"
     tests/in-namespace.sh xvfb-run -a -s "-screen 0 1400x1000x24" "$0" --dialogs
     ls -l "$gallery"/*.png
