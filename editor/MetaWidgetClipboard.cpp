@@ -49,7 +49,7 @@ void MetaWidget::toClipboard(bool cuts)
     auto* content = new QMimeData;
     content->setText(text);
     QGuiApplication::clipboard()->setMimeData(content);
-    if (cuts && !effects.isEmpty()) {
+    if (cuts) {
         finishRemoval();
     }
 }
@@ -57,9 +57,6 @@ void MetaWidget::toClipboard(bool cuts)
 void MetaWidget::handleDeleteEffect()
 {
     const QList<Effect*> effects = selectedEffects();
-    if (effects.isEmpty()) {
-        return;
-    }
     {
         const QSignalBlocker blocker(m_table);
         const SortingPause pause(m_table);
