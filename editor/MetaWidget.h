@@ -141,7 +141,8 @@ private:
     void fitMinimumSize();
 
     // Rows.
-    void addTableRow(Effect* effect, const QString& groupName);
+    void addTableRows(const QList<Effect*>& effects);
+    void fillTableRow(int index, Effect* effect, const QString& groupName);
     QComboBox* makeTypeBox(const Effect& effect);
     void showType(const Row& row);
     void showGroup(const Effect& effect);

@@ -103,11 +103,7 @@ void MetaWidget::rebuildTable()
         m_table->setRowCount(0);
         m_rows.clear();
         if (m_metaEffect != nullptr) {
-            const QList<Effect*> effects = m_metaEffect->effectList();
-            m_rows.reserve(effects.size());
-            for (Effect* const effect : effects) {
-                addTableRow(effect, groupName(*effect));
-            }
+            addTableRows(m_metaEffect->effectList());
         }
         m_table->sortItems(-1, Qt::AscendingOrder); // the show's order, until a header is clicked
         m_table->setSortingEnabled(true);
@@ -119,8 +115,19 @@ void MetaWidget::rebuildTable()
     }
 }
 
-/// Sorting is off and the table's signals are blocked.
-void MetaWidget::addTableRow(Effect* effect, const QString& groupName)
+/// Rows at the end, all at once: the table lays out every box that it has whenever its number of
+/// rows changes. Sorting is off and the table's signals are blocked.
+void MetaWidget::addTableRows(const QList<Effect*>& effects)
+{
+    int index = m_table->rowCount();
+    m_table->setRowCount(index + effects.size());
+    m_rows.reserve(m_rows.size() + effects.size());
+    for (Effect* const effect : effects) {
+        fillTableRow(index++, effect, groupName(*effect));
+    }
+}
+
+void MetaWidget::fillTableRow(int index, Effect* effect, const QString& groupName)
 {
     // Filled in ahead of the table, which looks for an item of its own on each change.
     Row row;
@@ -136,8 +143,6 @@ void MetaWidget::addTableRow(Effect* effect, const QString& groupName)
     row.typeBox = makeTypeBox(*effect);
     showTimes(row);
 
-    const int index = m_table->rowCount();
-    m_table->insertRow(index);
     m_table->setItem(index, NameColumn, row.name);
     m_table->setItem(index, TypeColumn, row.type);
     m_table->setItem(index, GroupColumn, row.group);
@@ -295,7 +300,7 @@ void MetaWidget::handleNewEffectClicked()
     {
         const QSignalBlocker blocker(m_table);
         m_table->setSortingEnabled(false);
-        addTableRow(effect, groupName(*effect));
+        addTableRows({effect});
         m_table->sortItems(-1, Qt::AscendingOrder);
         m_table->setSortingEnabled(true);
     }

@@ -513,7 +513,7 @@ void MetaWidgetTest::rowsAreSelectedWholeAndSingly()
     open(effectXml(1, QString()) + effectXml(2, QString()));
     m_widget->show();
     const auto click = [this](int row, Qt::KeyboardModifiers keys) {
-        const QRect cell = table()->visualItemRect(item(row, MetaWidget::GroupColumn));
+        const QRect cell = table()->visualItemRect(item(row, MetaWidget::PriorityColumn));
         QTest::mouseClick(table()->viewport(), Qt::LeftButton, keys, cell.center());
     };
     click(0, Qt::NoModifier);
