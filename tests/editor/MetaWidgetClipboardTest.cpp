@@ -494,10 +494,11 @@ void MetaWidgetClipboardTest::theMenuActs()
         QFAIL("no such entry");
     });
     if (entry == QLatin1String("Rename")) {
-        const QList<QLineEdit*> editors = m_stage.table()->viewport()->findChildren<QLineEdit*>();
-        QCOMPARE(editors.size(), 1);
-        QTest::keyClicks(editors.first(), QStringLiteral("Dusk"));
-        QTest::keyClick(editors.first(), Qt::Key_Return);
+        QApplication::setActiveWindow(m_stage.widget.get());
+        QTRY_VERIFY(m_stage.table()->viewport()->findChild<QLineEdit*>() != nullptr);
+        auto* const editor = m_stage.table()->viewport()->findChild<QLineEdit*>();
+        QTest::keyClicks(editor, QStringLiteral("Dusk"));
+        QTest::keyClick(editor, Qt::Key_Return);
         QCoreApplication::processEvents();
     }
     QVERIFY(picked);
