@@ -62,6 +62,8 @@ private slots:
     void aMapThatIsLoadedLeavesTheForm();
     void severalSelectedRowsCountAsNone();
     void aRebuiltTableSelectsNothing();
+    void aRebuiltTableTakesNoTypedText();
+    void aRebuiltTableOffersEachRowItsTypes();
     void theDemoMakesTheForm();
 
 private:
@@ -285,6 +287,46 @@ void MetaWidgetFormsTest::aRebuiltTableSelectsNothing()
     QCOMPARE(m_stage.selectedRows().size(), 0);
     QVERIFY(!m_stage.start()->isEnabled());
     QCOMPARE(m_stage.parameterBox()->title(), QStringLiteral("Effect Parameters"));
+}
+
+void MetaWidgetFormsTest::aRebuiltTableTakesNoTypedText()
+{
+    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2));
+    QLineEdit* const editor = m_stage.openCell(0, MetaWidget::NameColumn);
+    QVERIFY(editor != nullptr);
+    QTest::keyClicks(editor, QStringLiteral("Lost"));
+    Root other = m_stage.parse(EditorStage::effectXml(5) + EditorStage::effectXml(6));
+    m_stage.widget->setMetaEffect(other.get());
+    m_stage.widget->rebuildTable();
+    m_stage.root = std::move(other);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(m_stage.column(MetaWidget::NameColumn),
+             QStringList({QStringLiteral("E5"), QStringLiteral("E6")}));
+    QCOMPARE(m_stage.effect(5)->name(), QStringLiteral("E5"));
+    QVERIFY(m_stage.table()->viewport()->findChildren<QLineEdit*>().isEmpty());
+    QVERIFY(!m_stage.widget->isModified());
+}
+
+void MetaWidgetFormsTest::aRebuiltTableOffersEachRowItsTypes()
+{
+    m_stage.open(EditorStage::effectXml(1, QString(), "White Fixed Color") +
+                 EditorStage::effectXml(2, QString(), "Sweep") +
+                 EditorStage::effectXml(3, QString(), "Text"));
+    m_stage.table()->sortItems(MetaWidget::NameColumn, Qt::DescendingOrder);
+    Root other = m_stage.parse(EditorStage::effectXml(7, QString(), "White Cross Fade") +
+                               EditorStage::effectXml(8, QString(), "Streak"));
+    m_stage.widget->setMetaEffect(other.get());
+    m_stage.widget->rebuildTable();
+    m_stage.root = std::move(other);
+    QCOMPARE(m_stage.table()->rowCount(), 2);
+    QCOMPARE(m_stage.typeBox(0)->currentText(), QStringLiteral("White Cross Fade"));
+    QCOMPARE(m_stage.typeBox(0)->count(), 13);
+    QCOMPARE(m_stage.typeBox(0)->property("eid").toUInt(), 7U);
+    QCOMPARE(m_stage.typeBox(1)->currentText(), QStringLiteral("Streak"));
+    QCOMPARE(m_stage.typeBox(1)->count(), 12);
+    QCOMPARE(m_stage.typeBox(1)->property("eid").toUInt(), 8U);
+    QCOMPARE(m_stage.table()->currentRow(), -1);
 }
 
 void MetaWidgetFormsTest::theDemoMakesTheForm()
