@@ -13,6 +13,8 @@ public:
 
     /// The column over whose items widgets lie: their text is not painted.
     void setCoveredColumn(int column);
+    /// A cell is being typed into.
+    bool isEditing() const { return state() == EditingState; }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

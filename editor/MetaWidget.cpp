@@ -16,6 +16,7 @@
 #include <QMetaObject>
 #include <QSignalBlocker>
 #include <QTextStream>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -215,11 +216,14 @@ void MetaWidget::handleChangeGroup()
 
 void MetaWidget::handleRename()
 {
-    const Row* const row = rowOf(selectedEffects().value(0));
-    if (row != nullptr) {
-        m_table->setFocus(Qt::OtherFocusReason);
-        m_table->editItem(row->name);
-    }
+    // Once the menu is gone: the window gets the focus back then, and the editor would lose it.
+    QTimer::singleShot(0, this, [this] {
+        const Row* const row = rowOf(selectedEffects().value(0));
+        if (row != nullptr) {
+            m_table->setFocus(Qt::OtherFocusReason);
+            m_table->editItem(row->name);
+        }
+    });
 }
 
 void MetaWidget::handleContextMenuRequested(const QPoint& p)

@@ -141,8 +141,11 @@ private:
     void fitMinimumSize();
 
     // Rows.
-    void addTableRow(Effect* effect, const QString& groupName);
-    QComboBox* makeTypeBox(const Effect& effect);
+    void dropTableRows(int kept);
+    void addTableRows(const QList<Effect*>& effects);
+    void fillTableRow(int index, Effect* effect, const QString& groupName);
+    QComboBox* typeBoxAt(int index);
+    void offerTypes(QComboBox* box, const Effect& effect);
     void showType(const Row& row);
     void showGroup(const Effect& effect);
     static void showTimes(const Row& row);

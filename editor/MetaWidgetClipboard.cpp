@@ -49,7 +49,7 @@ void MetaWidget::toClipboard(bool cuts)
     auto* content = new QMimeData;
     content->setText(text);
     QGuiApplication::clipboard()->setMimeData(content);
-    if (cuts && !effects.isEmpty()) {
+    if (cuts) {
         finishRemoval();
     }
 }
@@ -57,9 +57,6 @@ void MetaWidget::toClipboard(bool cuts)
 void MetaWidget::handleDeleteEffect()
 {
     const QList<Effect*> effects = selectedEffects();
-    if (effects.isEmpty()) {
-        return;
-    }
     {
         const QSignalBlocker blocker(m_table);
         const SortingPause pause(m_table);
@@ -100,15 +97,15 @@ void MetaWidget::handlePasteEffect()
         return;
     }
     const QList<Effect*> effects = EffectClipboard::read(content->text(), m_model);
+    for (Effect* const effect : effects) {
+        effect->setEid(freeEid());
+        effect->setName(tr("Copy of ") + effect->name());
+        m_metaEffect->addEffect(effect);
+    }
     {
         const QSignalBlocker blocker(m_table);
         m_table->setSortingEnabled(false);
-        for (Effect* const effect : effects) {
-            effect->setEid(freeEid());
-            effect->setName(tr("Copy of ") + effect->name());
-            m_metaEffect->addEffect(effect);
-            addTableRow(effect, groupName(*effect));
-        }
+        addTableRows(effects);
         m_table->sortItems(-1, Qt::AscendingOrder);
         m_table->setSortingEnabled(true);
     }

@@ -28,6 +28,7 @@ constexpr int kGroupWidth = 100;
 // Of the other columns, in digits.
 constexpr int kNumberDigits = 7;
 constexpr int kTimeDigits = 9;
+constexpr int kLeastRows = 5;    // seen at a time, however large the font
 constexpr int kFormLetters = 30; // of the room for forms, before the first one
 // How the width is shared out.
 constexpr int kTableShare = 2;
@@ -155,7 +156,10 @@ void MetaWidget::setUpTable()
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() * 8 / 5);
+    const int rowHeight = fontMetrics().lineSpacing() * 8 / 5;
+    m_table->verticalHeader()->setDefaultSectionSize(rowHeight);
+    m_table->setMinimumHeight(m_table->horizontalHeader()->sizeHint().height() +
+                              kLeastRows * rowHeight);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setAlternatingRowColors(true);

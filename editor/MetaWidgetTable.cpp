@@ -100,15 +100,10 @@ void MetaWidget::rebuildTable()
     {
         const QSignalBlocker blocker(m_table);
         m_table->setSortingEnabled(false);
-        m_table->setRowCount(0);
-        m_rows.clear();
-        if (m_metaEffect != nullptr) {
-            const QList<Effect*> effects = m_metaEffect->effectList();
-            m_rows.reserve(effects.size());
-            for (Effect* const effect : effects) {
-                addTableRow(effect, groupName(*effect));
-            }
-        }
+        const QList<Effect*> effects =
+            m_metaEffect != nullptr ? m_metaEffect->effectList() : QList<Effect*>();
+        dropTableRows(effects.size());
+        addTableRows(effects);
         m_table->sortItems(-1, Qt::AscendingOrder); // the show's order, until a header is clicked
         m_table->setSortingEnabled(true);
     }
@@ -119,8 +114,32 @@ void MetaWidget::rebuildTable()
     }
 }
 
-/// Sorting is off and the table's signals are blocked.
-void MetaWidget::addTableRow(Effect* effect, const QString& groupName)
+/// Empties the table, but for the boxes of up to `kept` rows that are filled in anew at once: to
+/// make a box, and to destroy it, is most of what a row costs.
+void MetaWidget::dropTableRows(int kept)
+{
+    m_rows.clear();
+    if (m_table->isEditing()) {
+        kept = 0; // what is being typed must not go to another effect
+    }
+    m_table->selectionModel()->clear();
+    m_table->setRowCount(std::min(kept, m_table->rowCount()));
+    m_table->scrollToTop();
+}
+
+/// Fills in rows behind those of `m_rows`, all at once: the table lays out every box that it has
+/// whenever its number of rows changes. Sorting is off and the table's signals are blocked.
+void MetaWidget::addTableRows(const QList<Effect*>& effects)
+{
+    int index = m_rows.size();
+    m_table->setRowCount(index + effects.size());
+    m_rows.reserve(index + effects.size());
+    for (Effect* const effect : effects) {
+        fillTableRow(index++, effect, groupName(*effect));
+    }
+}
+
+void MetaWidget::fillTableRow(int index, Effect* effect, const QString& groupName)
 {
     // Filled in ahead of the table, which looks for an item of its own on each change.
     Row row;
@@ -133,11 +152,10 @@ void MetaWidget::addTableRow(Effect* effect, const QString& groupName)
     row.end = makeItem(0.0, Qt::AlignRight, true);
     row.eid = makeItem(QString::number(effect->eid()), Qt::AlignRight);
     row.running = makeItem(QStringLiteral("0"), Qt::AlignRight);
-    row.typeBox = makeTypeBox(*effect);
+    row.typeBox = typeBoxAt(index);
+    offerTypes(row.typeBox, *effect);
     showTimes(row);
 
-    const int index = m_table->rowCount();
-    m_table->insertRow(index);
     m_table->setItem(index, NameColumn, row.name);
     m_table->setItem(index, TypeColumn, row.type);
     m_table->setItem(index, GroupColumn, row.group);
@@ -150,48 +168,52 @@ void MetaWidget::addTableRow(Effect* effect, const QString& groupName)
                      makeItem(seconds(effect->fadeout()), Qt::AlignRight, true));
     m_table->setItem(index, EidColumn, row.eid);
     m_table->setItem(index, RunningColumn, row.running);
-    m_table->setCellWidget(index, TypeColumn, row.typeBox);
     m_rows.append(row);
 }
 
-QComboBox* MetaWidget::makeTypeBox(const Effect& effect)
+/// The box of that row of the table, made if there is none.
+QComboBox* MetaWidget::typeBoxAt(int index)
 {
-    auto* box = new TypeBox(m_table);
+    auto* box = qobject_cast<QComboBox*>(m_table->cellWidget(index, TypeColumn));
+    if (box != nullptr) {
+        box->hidePopup();
+        return box;
+    }
+    box = new TypeBox(m_table);
     box->setAccessibleName(tr("Type"));
     box->setModel(m_rowTypes);
-    box->setProperty("eid", effect.eid());
-    const QString type = effect.type();
-    if (isWhite(type)) {
-        box->setModel(new QStringListModel(m_rowTypes->stringList() + QStringList(type), box));
-    }
-    box->setMaxVisibleItems(box->count());
-    box->setPlaceholderText(type); // of a type that can't be chosen any more
-    box->setCurrentIndex(box->findText(type));
+    box->setMaxVisibleItems(m_rowTypes->rowCount() + 1);
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
     connect(box, qOverload<const QString&>(&QComboBox::currentIndexChanged), this,
             &MetaWidget::handleTableEffectTypeComboBoxChanged);
     QT_WARNING_POP
+    m_table->setCellWidget(index, TypeColumn, box);
     return box;
+}
+
+/// The choice of types for an effect, the present one selected. A white type is offered to its own
+/// kind only; a type that can't be chosen any more shows, but is none of the choice.
+void MetaWidget::offerTypes(QComboBox* box, const Effect& effect)
+{
+    const QSignalBlocker blocker(box);
+    box->setProperty("eid", effect.eid());
+    const QString type = effect.type();
+    if (isWhite(type)) {
+        box->setModel(new QStringListModel(m_rowTypes->stringList() + QStringList(type), box));
+    } else if (box->model() != m_rowTypes) {
+        box->setModel(m_rowTypes);
+    }
+    box->setPlaceholderText(type);
+    box->setCurrentIndex(box->findText(type));
 }
 
 /// Brings a row's item and box to the type of its effect.
 void MetaWidget::showType(const Row& row)
 {
-    const QSignalBlocker tableBlocker(m_table);
-    const QSignalBlocker boxBlocker(row.typeBox);
-    const QString type = row.effect->type();
-    row.type->setText(type);
-    QStringList types = m_rowTypes->stringList();
-    if (isWhite(type)) {
-        types.append(type);
-    }
-    if (row.typeBox->count() != types.size()) {
-        row.typeBox->setModel(isWhite(type) ? new QStringListModel(types, row.typeBox)
-                                            : m_rowTypes);
-    }
-    row.typeBox->setPlaceholderText(type);
-    row.typeBox->setCurrentIndex(row.typeBox->findText(type));
+    const QSignalBlocker blocker(m_table);
+    row.type->setText(row.effect->type());
+    offerTypes(row.typeBox, *row.effect);
 }
 
 void MetaWidget::showGroup(const Effect& effect)
@@ -295,7 +317,7 @@ void MetaWidget::handleNewEffectClicked()
     {
         const QSignalBlocker blocker(m_table);
         m_table->setSortingEnabled(false);
-        addTableRow(effect, groupName(*effect));
+        addTableRows({effect});
         m_table->sortItems(-1, Qt::AscendingOrder);
         m_table->setSortingEnabled(true);
     }

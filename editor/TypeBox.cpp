@@ -11,9 +11,10 @@ TypeBox::TypeBox(QTableWidget* table)
     : QComboBox(table->viewport())
     , m_table(table)
 {
+    // No size policy of its own: setting one builds the list that drops down, which must wait for
+    // the first click, since there are as many boxes as effects.
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::ClickFocus); // tab leads past the table, not through its rows
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
 }
 
 void TypeBox::wheelEvent(QWheelEvent* event)
