@@ -13,6 +13,8 @@ public:
 
     /// The column over whose items widgets lie: their text is not painted.
     void setCoveredColumn(int column);
+    /// Ends the edit of an open cell as Return does; nothing without one.
+    void takeOverEdit();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

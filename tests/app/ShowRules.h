@@ -226,8 +226,8 @@ private:
             if (effect->endType() == Effect::EndLinked && endTarget == nullptr) {
                 return say("end linked to nothing", effect->eid(), effect->endLinkEid());
             }
-            if (dependsOnItself(effect)) {
-                continue; // of a ring, the times before the pass count
+            if (dependsOnItself(effect) || countsItself(*effect)) {
+                continue; // the times before the pass count
             }
             quint32 begin = effect->begin();
             if (effect->startType() == Effect::StartFixed) {
@@ -362,6 +362,12 @@ private:
     {
         const double t = (toStart ? target->begin() : target->end()) + offset;
         return t >= 0.0 ? truncU32(t) : 0;
+    }
+    /// A cycle of a timeline is its own length: each pass makes it longer.
+    static bool countsItself(const Effect& effect)
+    {
+        return effect.endType() == Effect::EndCycles &&
+               effect.typeId() == EffectFactory::kMetaEffect;
     }
     /// Follows the links from there.
     bool dependsOnItself(const Effect* effect) const

@@ -12,9 +12,11 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QFile>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
@@ -49,22 +51,23 @@ struct RootDeleter
 };
 using Root = std::unique_ptr<MetaEffect, RootDeleter>;
 
-/// Calls `answer` with the modal dialog that the test is about to open, of class `Dialog`. Of
-/// another class, it is closed and `answer` gets null.
+/// Calls `answer` with the modal dialog that the test is about to open, of class `Dialog`; with
+/// null for one of another class. One that is still open after that is rejected, so that no test
+/// hangs.
 template <typename Dialog = QDialog>
 void whenDialogOpens(const std::function<void(Dialog*)>& answer)
 {
     auto* timer = new QTimer(qApp);
     timer->setInterval(1);
     QObject::connect(timer, &QTimer::timeout, timer, [timer, answer] {
-        auto* const any = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (any == nullptr || !any->isVisible()) {
+        const QPointer<QDialog> any(qobject_cast<QDialog*>(QApplication::activeModalWidget()));
+        if (any.isNull() || !any->isVisible()) {
             return;
         }
         timer->stop();
         timer->deleteLater();
-        answer(qobject_cast<Dialog*>(any));
-        if (qobject_cast<Dialog*>(any) == nullptr) {
+        answer(qobject_cast<Dialog*>(any.data()));
+        if (!any.isNull() && any->isVisible()) {
             any->reject();
         }
     });
@@ -112,7 +115,7 @@ public:
         }
         file.write(xml.toUtf8());
         file.close();
-        return model->load(file.fileName());
+        return model->clear() && model->load(file.fileName());
     }
     static QString effectXml(int eid, const QString& more = QString(),
                              const char* type = "Fixed Color")
@@ -206,6 +209,7 @@ public:
         }
         QTest::keyClicks(editor, typed);
         QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents(); // the text is taken over behind the key
         return true;
     }
     static void typeText(QLineEdit* line, const QString& typed)

@@ -85,9 +85,9 @@ void EffectClipboardTest::whateverIsNoEffectIsPassedOver_data()
         << mark + EditorStage::effectXml(1, QString(), "Selection") << 1 << QString();
     QTest::newRow("nested too deep")
         << mark + QStringLiteral("<effect>").repeated(50000) << 0 << log(1, 1);
-    QTest::newRow("words between") << mark + QStringLiteral("x") + mark + good + mark +
-                                          QStringLiteral("y") + mark + good
-                                   << 2 << log(2, 4);
+    QTest::newRow("words between")
+        << mark + QStringLiteral("x") + mark + good + mark + QStringLiteral("y") + mark + good << 2
+        << log(2, 4);
 }
 
 void EffectClipboardTest::whateverIsNoEffectIsPassedOver()
