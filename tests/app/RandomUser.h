@@ -544,9 +544,12 @@ private:
         static const QList<Qt::Key> kShortcuts = {Qt::Key_A, Qt::Key_C, Qt::Key_X,
                                                   Qt::Key_V, Qt::Key_Z, Qt::Key_S,
                                                   Qt::Key_N, Qt::Key_O, Qt::Key_L};
-        QWidget* const focus = QApplication::focusWidget();
+        if (m_chance.percent(50) && widget->focusPolicy() != Qt::NoFocus) {
+            widget->setFocus(Qt::MouseFocusReason);
+        }
+        QWidget* const focus = QApplication::focusWidget(); // a widget can't have keys without
         QWidget* const target =
-            focus != nullptr && focus->window() == widget->window() ? focus : widget;
+            focus != nullptr && focus->window() == widget->window() ? focus : widget->window();
         if (m_chance.percent(25)) {
             const Qt::Key key = m_chance.of(kShortcuts);
             note(QStringLiteral("Ctrl+%1").arg(QChar(key)), target);
