@@ -248,6 +248,9 @@ private:
             }
             return;
         }
+        if (QApplication::activeWindow() == nullptr) {
+            window->activateWindow(); // there is no window manager to do so behind a dialog
+        }
         if (sim != nullptr && sim->isVisible() && m_chance.percent(5)) {
             useWidgetIn(sim);
             return;
@@ -284,10 +287,16 @@ private:
 
     void trigger(QAction* action)
     {
-        if (action->isEnabled()) {
+        if (action->isEnabled() && mayChoose(*action)) {
             note(QStringLiteral("trigger ") + action->objectName());
             action->trigger();
         }
+    }
+
+    /// A user who leaves all the time never comes far.
+    bool mayChoose(const QAction& action)
+    {
+        return action.objectName() != QLatin1String("exitAction") || m_chance.percent(15);
     }
 
     void openMenu(QWidget* window)
@@ -394,7 +403,8 @@ private:
     {
         table->setCurrentItem(item);
         note(QStringLiteral("F2") + where);
-        QTest::keyClick(table->viewport(), Qt::Key_F2);
+        table->setFocus(Qt::MouseFocusReason);
+        QTest::keyClick(table, Qt::Key_F2);
         QWidget* const focus = QApplication::focusWidget();
         if (focus == nullptr || !table->isAncestorOf(focus) || focus == table) {
             return;
@@ -434,11 +444,19 @@ private:
                widget->focusPolicy() != Qt::NoFocus;
     }
 
+    /// Of the main window, the form of the parameters and the times are used most.
     void useWidgetIn(QWidget* window)
     {
         QList<QWidget*> usable;
-        const QList<QWidget*> all = window->findChildren<QWidget*>();
-        for (QWidget* const widget : all) {
+        QList<QWidget*> all = window->findChildren<QWidget*>();
+        if (window == m_bench->window.get() && m_chance.percent(70)) {
+            const char* const parts[] = {"parameterFrame", "parameterFrame", "startPanel",
+                                         "endPanel"};
+            const auto* const part =
+                window->findChild<QWidget*>(QString::fromLatin1(parts[m_chance.below(4)]));
+            all = part->findChildren<QWidget*>();
+        }
+        for (QWidget* const widget : qAsConst(all)) {
             if (widget->window() == window && widget->isVisible() && widget->isEnabled() &&
                 isControl(widget)) {
                 usable.append(widget);
@@ -610,6 +628,9 @@ private:
                 return;
             }
             QAction* const action = m_chance.of(actions);
+            if (!mayChoose(*action)) {
+                return;
+            }
             note(QStringLiteral("choose ") + action->text());
             QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
                               menu->actionGeometry(action).center());
