@@ -26,6 +26,7 @@
 #include <QWheelEvent>
 #include <QtTest>
 
+#include <ctime>
 #include <functional>
 
 /// Uses a window at random, with events as a mouse and a keyboard make them. One event at a time;
@@ -67,6 +68,12 @@ private:
     static constexpr int kMostEffects = 40;
     static constexpr int kMostPatience = 10000; // turns in which nothing could be done
     static constexpr quint32 kLongestExportMs = 5000;
+    // Of the processor's time between two events.
+#ifdef __SANITIZE_ADDRESS__
+    static constexpr std::clock_t kLongestTurn = 20 * CLOCKS_PER_SEC;
+#else
+    static constexpr std::clock_t kLongestTurn = 3 * CLOCKS_PER_SEC;
+#endif
 
     /// Each turn arranges for its successor first: a dialog's own loop then runs that.
     void beginSoon()
@@ -91,6 +98,11 @@ private:
             return;
         }
         beginSoon();
+        const std::clock_t now = std::clock();
+        if (now - m_lastTurn > kLongestTurn && m_lastTurn != 0) {
+            complain(QStringLiteral("busy for %1 s").arg((now - m_lastTurn) / CLOCKS_PER_SEC));
+        }
+        m_lastTurn = now;
         ++m_depth;
         if (m_depth == 1) {
             outerTurn();
@@ -166,7 +178,10 @@ private:
         act();
     }
 
-    static QWidget* modal() { return QApplication::activeModalWidget(); }
+    static QWidget* modal()
+    {
+        return QApplication::activeModalWidget();
+    }
 
     void complain(const QString& text)
     {
@@ -772,6 +787,7 @@ private:
     PassTime m_passTime;
     QString m_complaint;
     unsigned m_excuses = NoExcuse; // for what the present event does
+    std::clock_t m_lastTurn = 0;
     int m_left = 0;
     int m_depth = 0;
     int m_runs = 0;
