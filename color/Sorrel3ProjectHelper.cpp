@@ -1,5 +1,7 @@
 #include "color/Sorrel3ProjectHelper.h"
 
+#include "color/XmlText.h"
+
 #include <QDomDocument>
 
 #include <utility>
@@ -45,7 +47,7 @@ void Sorrel3ProjectHelper::read(const QDomDocument& document, QString* error, QS
             continue;
         }
         const bool isUser = list.attribute(kIsUser).toInt() != 0;
-        const QString listId = m_naming(writable(list.attribute(kName)));
+        const QString listId = m_naming(writableXml(list.attribute(kName)));
         emit insertList(listId, isUser);
         QDomElement color = list.firstChildElement(kColor);
         if (color.isNull()) {
@@ -84,24 +86,4 @@ QDomElement Sorrel3ProjectHelper::listElement(QDomDocument& document, const QStr
     list.setAttribute(kName, name);
     list.setAttribute(kIsUser, isUserLibrary ? 1 : 0);
     return list;
-}
-
-QString Sorrel3ProjectHelper::writable(const QString& text)
-{
-    QString kept;
-    kept.reserve(text.size());
-    for (int i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
-            kept += c;
-            kept += text.at(++i);
-            continue;
-        }
-        const ushort code = c.unicode();
-        const bool isControl = code < 0x20 && code != '\t' && code != '\n' && code != '\r';
-        if (!isControl && !c.isSurrogate() && code != 0xFFFE && code != 0xFFFF) {
-            kept += c;
-        }
-    }
-    return kept;
 }

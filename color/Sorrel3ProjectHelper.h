@@ -36,8 +36,6 @@ public:
     /// A list as an element of `document`.
     static QDomElement listElement(QDomDocument& document, const QString& name, bool isUserLibrary,
                                    const QList<Swatch>& swatches);
-    /// `text` without what an XML document can't hold.
-    static QString writable(const QString& text);
 
 signals:
     void insertList(const QString& name, bool isUserList);

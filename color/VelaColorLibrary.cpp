@@ -4,6 +4,7 @@
 #include "color/ColorMime.h"
 #include "color/Sorrel3ProjectHelper.h"
 #include "color/VelaColorLibraryItem.h"
+#include "color/XmlText.h"
 
 #include <QMimeData>
 #include <QScopedValueRollback>
@@ -19,7 +20,7 @@ constexpr int kLongestName = 1000;
 
 QString plainName(const QString& name)
 {
-    return Sorrel3ProjectHelper::writable(name.left(kLongestName));
+    return writableXml(name.left(kLongestName));
 }
 
 } // namespace
@@ -133,7 +134,7 @@ VelaColorLibraryItem* VelaColorLibrary::addColor(int row, const QString& uid, co
     QModelIndex ownerIndex = indexOf(owner);
     beginInsertRows(ownerIndex, row, row);
     auto* made = new VelaColorLibraryItem(owner);
-    made->setUid(newUid(Sorrel3ProjectHelper::writable(uid)));
+    made->setUid(newUid(writableXml(uid)));
     made->setName(plainName(name));
     made->setColor(color);
     made->setOriginatingPreset(plainName(originatingPreset));

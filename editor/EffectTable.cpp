@@ -86,6 +86,16 @@ void EffectTable::setCoveredColumn(int column)
     static_cast<CellDelegate*>(itemDelegate())->setCoveredColumn(column);
 }
 
+void EffectTable::takeOverEdit()
+{
+    const QList<QLineEdit*> editors =
+        viewport()->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QLineEdit* const editor : editors) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
 void EffectTable::keyPressEvent(QKeyEvent* event)
 {
     // Rows are made current by a hidden column, from which no key leads on.

@@ -15,6 +15,8 @@ public:
     void setCoveredColumn(int column);
     /// A cell is being typed into.
     bool isEditing() const { return state() == EditingState; }
+    /// Ends the edit of an open cell as Return does; nothing without one.
+    void takeOverEdit();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

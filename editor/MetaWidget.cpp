@@ -138,7 +138,7 @@ void MetaWidget::showForm(Effect* effect)
     fitMinimumSize();
 
     // A form must not outlive the effect it seems to edit.
-    connect(effect, &QObject::destroyed, form, [this] { dropForm(); });
+    m_formsEffect = connect(effect, &QObject::destroyed, this, [this] { dropForm(); });
     if (form->metaObject()->indexOfSignal("flashEffectPreloadToggled(bool)") >= 0) {
         connect(form, SIGNAL(flashEffectPreloadToggled(bool)), this,
                 SLOT(handleFlashEffectPreloadToggled(bool)));
@@ -150,6 +150,7 @@ void MetaWidget::dropForm()
 {
     QWidget* const form = m_parameterWidget;
     m_parameterWidget = nullptr;
+    disconnect(m_formsEffect); // the next form must not go with this one's effect
     if (form != nullptr) {
         form->disconnect(this);
         form->hide();

@@ -178,6 +178,7 @@ private:
     void changeType(Effect* e, const QString& newType);
 
     QWidget* m_parameterWidget = nullptr; // the present form, or null
+    QMetaObject::Connection m_formsEffect;
     QPointer<MetaEffect> m_metaEffect;    // not owned
     MapModel* m_model = nullptr;          // not owned
     QVector<QPointer<Effect>> m_startLinkTargets;

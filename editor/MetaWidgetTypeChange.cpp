@@ -115,6 +115,7 @@ void MetaWidget::handleEffectTypeChanged(Effect* e, const QString& newType)
     if (e == nullptr || m_metaEffect == nullptr || m_inTypeChange) {
         return;
     }
+    m_table->takeOverEdit(); // later it would close unheard
     const QPointer<MetaWidget> self(this);
     const QPointer<Effect> effect(e);
     m_inTypeChange = true;

@@ -1,5 +1,7 @@
 #include "engine/EffectXml.h"
 
+#include "color/XmlText.h"
+
 #include <QDomDocument>
 #include <QDomElement>
 #include <QDomNode>
@@ -47,7 +49,7 @@ bool toBool(const QString& text, bool fallback)
 void appendText(QDomDocument& doc, QDomElement& effect, const QString& key, const QString& value)
 {
     QDomElement element = doc.createElement(key);
-    element.appendChild(doc.createTextNode(value));
+    element.appendChild(doc.createTextNode(writableXml(value)));
     effect.appendChild(element);
 }
 

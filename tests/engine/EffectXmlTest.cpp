@@ -45,6 +45,15 @@ void EffectXmlTest::writesNumbersPlainly_data()
     QTest::newRow("large") << written(1234567.0) << QStringLiteral("1.23457e+06");
     QTest::newRow("nothing below zero") << written(-0.0) << QStringLiteral("0");
     QTest::newRow("text") << written(QStringLiteral(" as it is ")) << QStringLiteral(" as it is ");
+    // What would make the whole file unreadable is left out.
+    QTest::newRow("control characters")
+        << written(QStringLiteral("a\x01\x1f\tb\x7f")) << QStringLiteral("a\tb\x7f");
+    QTest::newRow("no character") << written(QString(QChar(0xfffe)) + QLatin1Char('a'))
+                                  << QStringLiteral("a");
+    QTest::newRow("half a pair") << written(QString(QChar(0xd83d)) + QLatin1Char('a'))
+                                 << QStringLiteral("a");
+    QTest::newRow("a pair") << written(QString::fromUtf8("\xf0\x9f\x92\xa1"))
+                            << QString::fromUtf8("\xf0\x9f\x92\xa1");
 }
 
 void EffectXmlTest::writesNumbersPlainly()
