@@ -116,9 +116,12 @@ void FlashEffectWidget::animationDirChanged(const QString& s)
 void FlashEffectWidget::browseButtonClicked()
 {
     emit browseClicked();
-    const QString directory = QFileDialog::getExistingDirectory(
-        this, tr("Choose an Animation Directory."), m_directory->text(), QFileDialog::ShowDirsOnly);
-    if (directory.isEmpty() || m_effect == nullptr) {
+    // The dialog belongs to the window: the form may go while it is open.
+    const QPointer<FlashEffectWidget> guard(this);
+    const QString directory =
+        QFileDialog::getExistingDirectory(window(), tr("Choose an Animation Directory."),
+                                          m_directory->text(), QFileDialog::ShowDirsOnly);
+    if (guard.isNull() || directory.isEmpty() || m_effect == nullptr) {
         return;
     }
     m_effect->setAnimationDir(directory);
