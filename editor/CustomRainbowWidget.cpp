@@ -4,6 +4,7 @@
 #include "editor/ColorSwatch.h"
 #include "effects/CustomRainbowEffect.h"
 
+#include <QColor>
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QLabel>
@@ -37,7 +38,9 @@ protected:
         QTableWidget::paintEvent(event);
         if (rowCount() == 0) {
             QPainter painter(viewport());
-            painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+            QColor grey = palette().color(QPalette::Text); // to be read on any ground
+            grey.setAlphaF(0.6);
+            painter.setPen(grey);
             painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
                              CustomRainbowWidget::tr("No colors yet. Press New Color."));
         }
@@ -76,6 +79,7 @@ CustomRainbowWidget::CustomRainbowWidget(CustomRainbowEffect* effect, MapModel* 
                            QStringLiteral("4294967.29"));
     QLineEdit* const offset =
         addLine(tr("Light-to-Light Offset (sec):"), text(effect->groupOffset()));
+    offset->setToolTip(rowOffsetTip());
     finishLayout();
 
     m_menu = new QMenu(tr("Popup Menu"), this);

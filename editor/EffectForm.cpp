@@ -279,6 +279,16 @@ int EffectForm::spinValue(quint32 value)
     return static_cast<int>(std::min(value, kMost));
 }
 
+QString EffectForm::transTip()
+{
+    return tr("Transparent: shows what lies beneath");
+}
+
+QString EffectForm::rowOffsetTip()
+{
+    return tr("How far each row of lights is ahead of the row before");
+}
+
 QString EffectForm::text(double value)
 {
     return QString::number(value, 'g', 6);

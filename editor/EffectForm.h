@@ -81,6 +81,10 @@ protected:
 
     /// A count of rows or colours for a spin box, which holds less.
     static int spinValue(quint32 value);
+    /// What a "Trans" check box does.
+    static QString transTip();
+    /// What an offset in seconds between rows does.
+    static QString rowOffsetTip();
     /// The text of a line that holds a double.
     static QString text(double value);
     /// The text of a line that holds whole seconds of a cycle, `ms` in milliseconds.

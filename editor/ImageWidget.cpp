@@ -71,14 +71,19 @@ void ImageWidget::addGeometryGroup()
                                  truncI32(m_effect->startY()), m_effect->startScale());
     const Place end = addPlace(tr("End"), kMostPlace, truncI32(m_effect->endX()),
                                truncI32(m_effect->endY()), m_effect->endScale());
+    for (const Place& place : {start, end}) {
+        place.x->setToolTip(tr("The pixel of the picture in the middle of the lights"));
+        place.y->setToolTip(place.x->toolTip());
+    }
     connect(start.x, valueChanged, this, &Self::handleStartXChanged);
     connect(start.y, valueChanged, this, &Self::handleStartYChanged);
     connect(start.scale, &QLineEdit::textChanged, this, &Self::handleStartScaleChanged);
     connect(end.x, valueChanged, this, &Self::handleEndXChanged);
     connect(end.y, valueChanged, this, &Self::handleEndYChanged);
     connect(end.scale, &QLineEdit::textChanged, this, &Self::handleEndScaleChanged);
-    connect(addCheck(tr("Smooth"), m_effect->smooth()), &QCheckBox::toggled, this,
-            &Self::handleSmoothToggled);
+    QCheckBox* const smooth = addCheck(tr("Smooth"), m_effect->smooth());
+    smooth->setToolTip(tr("Show the mean of the pixels around each light"));
+    connect(smooth, &QCheckBox::toggled, this, &Self::handleSmoothToggled);
 }
 
 void ImageWidget::addColorsGroup()
@@ -88,6 +93,7 @@ void ImageWidget::addColorsGroup()
     const ColorRow trans =
         addColor(tr("Transparent Color"), m_transColor, tr("Enabled"), m_effect->transEnabled());
     const ColorRow bg = addColor(tr("Background Color"), m_bgColor);
+    trans.check->setToolTip(tr("Lights of exactly this color show what lies beneath"));
     m_transSwatch = trans.swatch;
     m_bgSwatch = bg.swatch;
     connect(trans.button, &QPushButton::clicked, this, &Self::chooseTransColorClicked);

@@ -7,7 +7,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QMenu>
-#include <QSet>
+#include <QPalette>
 #include <QTableWidget>
 #include <QTimer>
 
@@ -167,21 +167,30 @@ void CustomRainbowWidgetTest::aRejectedColorComesBack()
 
 void CustomRainbowWidgetTest::anEmptyTableTellsHowToFillIt()
 {
-    const auto inks = [this] {
+    // How far the darkest and the lightest pixel of the middle line are apart, of 255.
+    const auto contrast = [this] {
         const QImage image = m_table->viewport()->grab().toImage();
-        QSet<QRgb> colors;
+        int least = 255;
+        int most = 0;
         for (int x = 0; x < image.width(); ++x) {
-            colors.insert(image.pixel(x, image.height() / 2));
+            const int level = qGray(image.pixel(x, image.height() / 2));
+            least = qMin(least, level);
+            most = qMax(most, level);
         }
-        return colors.size();
+        return most - least;
     };
     for (int row = 2; row >= 0; --row) {
         m_table->setCurrentCell(row, 1);
         m_form->handleDeleteColor();
     }
-    QVERIFY(inks() > 1); // of the text's strokes
+    QVERIFY2(contrast() > 80, "light");
+    const QPalette light = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(53, 53, 53)));
+    const int onDark = contrast();
+    QApplication::setPalette(light);
+    QVERIFY2(onDark > 80, qPrintable(QString::number(onDark)));
     m_form->handleNewEntryClicked();
-    QCOMPARE(inks(), 1);
+    QCOMPARE(contrast(), 0);
 }
 
 void CustomRainbowWidgetTest::numbersLineUp()
