@@ -23,6 +23,7 @@ ChasingRainbowWidget::ChasingRainbowWidget(ChasingRainbowEffect* effect, MapMode
     beginGroup(tr("Colors"));
     const ColorRow start = addColor(tr("Start Color"), m_startColor);
     m_startSwatch = start.swatch;
+    offset->setToolTip(tr("Degrees of hue from one row of lights to the next"));
     finishLayout();
 
     connect(cycleTime, &QLineEdit::textChanged, this,

@@ -21,6 +21,8 @@ CrossFadeWidget::CrossFadeWidget(CrossFadeEffect* effect, MapModel* model, QWidg
     const ColorRow end = addColor(tr("End Color"), m_endColor, tr("Trans"), effect->endTrans());
     m_startSwatch = start.swatch;
     m_endSwatch = end.swatch;
+    start.check->setToolTip(transTip());
+    end.check->setToolTip(transTip());
     finishLayout();
 
     connect(time, &QLineEdit::textChanged, this, &CrossFadeWidget::m_timeEdit_textChanged);

@@ -4,11 +4,14 @@
 #include "editor/ColorSwatch.h"
 #include "effects/CustomRainbowEffect.h"
 
+#include <QColor>
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
+#include <QPalette>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTableWidget>
@@ -23,6 +26,27 @@ QString seconds(quint32 ms)
     return QString::number(ms / kMsPerSecond, 'g', 6);
 }
 
+/// Says what would fill it while it is empty.
+class ColorTable : public QTableWidget
+{
+public:
+    using QTableWidget::QTableWidget;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QTableWidget::paintEvent(event);
+        if (rowCount() == 0) {
+            QPainter painter(viewport());
+            QColor grey = palette().color(QPalette::Text); // to be read on any ground
+            grey.setAlphaF(0.6);
+            painter.setPen(grey);
+            painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
+                             CustomRainbowWidget::tr("No colors yet. Press New Color."));
+        }
+    }
+};
+
 } // namespace
 
 CustomRainbowWidget::CustomRainbowWidget(CustomRainbowEffect* effect, MapModel* model,
@@ -31,9 +55,12 @@ CustomRainbowWidget::CustomRainbowWidget(CustomRainbowEffect* effect, MapModel* 
     , m_effect(effect)
 {
     beginGroup(tr("Colors"));
-    m_table = new QTableWidget(0, ColumnCount, this);
+    m_table = new ColorTable(0, ColumnCount, this);
     m_table->setHorizontalHeaderLabels({tr("Color"), tr("Hold"), tr("Fade")});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    for (const int column : {HoldColumn, FadeColumn}) { // as their numbers
+        m_table->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
     m_table->verticalHeader()->hide();
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -46,12 +73,13 @@ CustomRainbowWidget::CustomRainbowWidget(CustomRainbowEffect* effect, MapModel* 
     addWidget(m_table);
     auto* newColor = new QPushButton(tr("New Color"), this);
     newColor->setAutoDefault(false);
-    addWidget(newColor);
+    addWidget(newColor, Qt::AlignLeft);
     beginGroup(tr("Timing"));
     m_cycleTime = addValue(tr("Cycle Time (sec):"), seconds(effect->cycleTime()),
                            QStringLiteral("4294967.29"));
     QLineEdit* const offset =
         addLine(tr("Light-to-Light Offset (sec):"), text(effect->groupOffset()));
+    offset->setToolTip(rowOffsetTip());
     finishLayout();
 
     m_menu = new QMenu(tr("Popup Menu"), this);
@@ -74,8 +102,13 @@ void CustomRainbowWidget::addRow(const CustomRainbowEntry& entry)
     auto* color = new QTableWidgetItem;
     color->setFlags(color->flags() & ~Qt::ItemIsEditable);
     m_table->setItem(row, ColorColumn, color);
-    m_table->setItem(row, HoldColumn, new QTableWidgetItem(text(entry.duration)));
-    m_table->setItem(row, FadeColumn, new QTableWidgetItem(text(entry.fade)));
+    const auto setTime = [&](int column, double seconds) {
+        auto* const item = new QTableWidgetItem(text(seconds));
+        item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        m_table->setItem(row, column, item);
+    };
+    setTime(HoldColumn, entry.duration);
+    setTime(FadeColumn, entry.fade);
     auto* swatch = new ColorSwatch(m_table);
     swatch->setAttribute(Qt::WA_TransparentForMouseEvents); // clicks are the table's
     swatch->setMinimumSize(0, 0);

@@ -35,6 +35,14 @@ protected:
         QCheckBox* check = nullptr;
     };
 
+    /// The controls of addPlace().
+    struct Place
+    {
+        QSpinBox* x = nullptr;
+        QSpinBox* y = nullptr;
+        QLineEdit* scale = nullptr;
+    };
+
     /// `title` is the kind of effect in words. A null effect or model is fatal.
     EffectForm(const QString& title, const Effect* effect, MapModel* model, QWidget* parent);
 
@@ -44,6 +52,8 @@ protected:
     QLineEdit* addLine(const QString& label, const QString& text);
     /// A line for a path: as wide as the form allows.
     QLineEdit* addWideLine(const QString& label, const QString& text);
+    /// The same, for addWidget().
+    QLineEdit* makeWideLine(const QString& text);
     /// Shows `value` within the range, which leaves the effect's own as it is.
     QSpinBox* addSpin(const QString& label, int least, int most, int start, int value);
     QCheckBox* addCheck(const QString& text, bool on);
@@ -52,13 +62,15 @@ protected:
                       bool isChecked = false);
     /// A text that changes; `widest` reserves its room.
     QLabel* addValue(const QString& label, const QString& text, const QString& widest);
-    /// A word above the rows that it names.
-    void addHeading(const QString& text);
+    /// A place in a picture and its scale in one row behind `name`; places reach from -`most` to
+    /// `most`.
+    Place addPlace(const QString& name, int most, int x, int y, double scale);
     /// Any widget over the whole width of the box.
-    void addWidget(QWidget* widget);
+    void addWidget(QWidget* widget, Qt::Alignment alignment = {});
     /// Any widget behind a label of its own.
     void addLabelled(const QString& label, QWidget* widget);
-    /// Brings the label columns of all boxes in line. Last of all.
+    /// Brings the label columns of all boxes in line and gives the controls their mnemonics. Last
+    /// of all.
     void finishLayout();
     /// Half a line, the unit of all distances.
     int unit() const;
@@ -69,12 +81,21 @@ protected:
 
     /// A count of rows or colours for a spin box, which holds less.
     static int spinValue(quint32 value);
+    /// What a "Trans" check box does.
+    static QString transTip();
+    /// What an offset in seconds between rows does.
+    static QString rowOffsetTip();
     /// The text of a line that holds a double.
     static QString text(double value);
     /// The text of a line that holds whole seconds of a cycle, `ms` in milliseconds.
     static QString wholeSeconds(quint32 ms);
 
 private:
+    /// The text in front of `widget`, which it names for assistive tools, too.
+    static QLabel* makeLabel(const QString& label, QWidget* widget);
+    QSpinBox* makeSpin(int least, int most, int start, int value);
+    void addMnemonics();
+
     MapModel* m_model = nullptr; // not owned
     QVBoxLayout* m_boxes = nullptr;
     QGridLayout* m_grid = nullptr; // of the box that is being filled

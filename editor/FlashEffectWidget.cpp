@@ -44,6 +44,7 @@ FlashEffectWidget::FlashEffectWidget(FlashEffect* effect, MapModel* model, QWidg
     const ColorRow trans =
         addColor(tr("Transparent Color"), m_transColor, tr("Enabled"), effect->transEnabled());
     m_transSwatch = trans.swatch;
+    trans.check->setToolTip(tr("Lights of exactly this color show what lies beneath"));
     finishLayout();
 
     connect(fps, &QSpinBox::textChanged, this, &Self::fpsChanged);
@@ -98,8 +99,11 @@ void FlashEffectWidget::addGeometryGroup()
     m_yOffset =
         addSpin(tr("Y Offset:"), -kMostOffset, kMostOffset, 0, truncI32(m_effect->yOffset()));
     m_scale = addLine(tr("Scale Factor:"), text(m_effect->scale()));
+    m_xOffset->setToolTip(tr("In pixels of the picture"));
+    m_yOffset->setToolTip(tr("In pixels of the picture"));
     m_scale->setToolTip(tr("Taken over with Return"));
     QCheckBox* const smooth = addCheck(tr("Smooth"), m_effect->smooth());
+    smooth->setToolTip(tr("Mix each frame with the ones before and after"));
     connect(m_xOffset, &QSpinBox::editingFinished, this, &Self::xOffsetReturnPressed);
     connect(m_yOffset, &QSpinBox::editingFinished, this, &Self::yOffsetReturnPressed);
     connect(m_scale, &QLineEdit::returnPressed, this, &Self::scaleReturnPressed);
@@ -116,9 +120,12 @@ void FlashEffectWidget::animationDirChanged(const QString& s)
 void FlashEffectWidget::browseButtonClicked()
 {
     emit browseClicked();
-    const QString directory = QFileDialog::getExistingDirectory(
-        this, tr("Choose an Animation Directory."), m_directory->text(), QFileDialog::ShowDirsOnly);
-    if (directory.isEmpty() || m_effect == nullptr) {
+    // The dialog belongs to the window: the form may go while it is open.
+    const QPointer<FlashEffectWidget> guard(this);
+    const QString directory =
+        QFileDialog::getExistingDirectory(window(), tr("Choose an Animation Directory."),
+                                          m_directory->text(), QFileDialog::ShowDirsOnly);
+    if (guard.isNull() || directory.isEmpty() || m_effect == nullptr) {
         return;
     }
     m_effect->setAnimationDir(directory);

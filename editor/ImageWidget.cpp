@@ -62,26 +62,28 @@ void ImageWidget::addGeometryGroup()
     using Self = ImageWidget;
     const QString widest = QString::fromLatin1(kWidestSize);
     const auto valueChanged = QOverload<int>::of(&QSpinBox::valueChanged);
-    const auto addPlace = [this](const QString& label, double value) {
-        return addSpin(label, -kMostPlace, kMostPlace, 0, truncI32(value));
-    };
     beginGroup(tr("Geometry"));
     m_imageSize = addValue(tr("Image Size:"), m_effect->imageSizeText(), widest);
     const QString output = m_effect->outputSizeText();
     m_outputSize =
         addValue(tr("Output Size:"), output.isEmpty() ? QStringLiteral("0 x 0") : output, widest);
-    addHeading(tr("Start"));
-    connect(addPlace(tr("X:"), m_effect->startX()), valueChanged, this, &Self::handleStartXChanged);
-    connect(addPlace(tr("Y:"), m_effect->startY()), valueChanged, this, &Self::handleStartYChanged);
-    connect(addLine(tr("Scale:"), text(m_effect->startScale())), &QLineEdit::textChanged, this,
-            &Self::handleStartScaleChanged);
-    addHeading(tr("End"));
-    connect(addPlace(tr("X:"), m_effect->endX()), valueChanged, this, &Self::handleEndXChanged);
-    connect(addPlace(tr("Y:"), m_effect->endY()), valueChanged, this, &Self::handleEndYChanged);
-    connect(addLine(tr("Scale:"), text(m_effect->endScale())), &QLineEdit::textChanged, this,
-            &Self::handleEndScaleChanged);
-    connect(addCheck(tr("Smooth"), m_effect->smooth()), &QCheckBox::toggled, this,
-            &Self::handleSmoothToggled);
+    const Place start = addPlace(tr("Start"), kMostPlace, truncI32(m_effect->startX()),
+                                 truncI32(m_effect->startY()), m_effect->startScale());
+    const Place end = addPlace(tr("End"), kMostPlace, truncI32(m_effect->endX()),
+                               truncI32(m_effect->endY()), m_effect->endScale());
+    for (const Place& place : {start, end}) {
+        place.x->setToolTip(tr("The pixel of the picture in the middle of the lights"));
+        place.y->setToolTip(place.x->toolTip());
+    }
+    connect(start.x, valueChanged, this, &Self::handleStartXChanged);
+    connect(start.y, valueChanged, this, &Self::handleStartYChanged);
+    connect(start.scale, &QLineEdit::textChanged, this, &Self::handleStartScaleChanged);
+    connect(end.x, valueChanged, this, &Self::handleEndXChanged);
+    connect(end.y, valueChanged, this, &Self::handleEndYChanged);
+    connect(end.scale, &QLineEdit::textChanged, this, &Self::handleEndScaleChanged);
+    QCheckBox* const smooth = addCheck(tr("Smooth"), m_effect->smooth());
+    smooth->setToolTip(tr("Show the mean of the pixels around each light"));
+    connect(smooth, &QCheckBox::toggled, this, &Self::handleSmoothToggled);
 }
 
 void ImageWidget::addColorsGroup()
@@ -91,6 +93,7 @@ void ImageWidget::addColorsGroup()
     const ColorRow trans =
         addColor(tr("Transparent Color"), m_transColor, tr("Enabled"), m_effect->transEnabled());
     const ColorRow bg = addColor(tr("Background Color"), m_bgColor);
+    trans.check->setToolTip(tr("Lights of exactly this color show what lies beneath"));
     m_transSwatch = trans.swatch;
     m_bgSwatch = bg.swatch;
     connect(trans.button, &QPushButton::clicked, this, &Self::chooseTransColorClicked);
@@ -100,9 +103,11 @@ void ImageWidget::addColorsGroup()
 
 void ImageWidget::handleBrowseButtonClicked()
 {
+    // The dialog belongs to the window: the form may go while it is open.
+    const QPointer<ImageWidget> guard(this);
     const QString file =
-        QFileDialog::getOpenFileName(this, tr("Image File Browser"), m_file->text());
-    if (file.isEmpty() || m_effect == nullptr) {
+        QFileDialog::getOpenFileName(window(), tr("Image File Browser"), m_file->text());
+    if (guard.isNull() || file.isEmpty() || m_effect == nullptr) {
         return;
     }
     m_file->setText(file);

@@ -26,6 +26,7 @@ RandomColorWidget::RandomColorWidget(RandomColorEffect* effect, MapModel* model,
     beginGroup(tr("Colors"));
     const ColorRow start = addColor(tr("Start Color"), m_startColor);
     m_startSwatch = start.swatch;
+    offset->setToolTip(rowOffsetTip());
     finishLayout();
 
     using Self = RandomColorWidget;

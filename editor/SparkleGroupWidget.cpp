@@ -34,6 +34,9 @@ SparkleGroupWidget::SparkleGroupWidget(SparkleGroupEffect* effect, MapModel* mod
         addColor(tr("Background Color"), m_bgColor, tr("Trans"), effect->bgTransparency());
     m_sparkleSwatch = sparkle.swatch;
     m_bgSwatch = bg.swatch;
+    decay->setToolTip(tr("At 10 a sparkle lasts a second, at 100 a tenth of one"));
+    density->setToolTip(tr("The most rows of lights that begin to sparkle at once"));
+    constant->setToolTip(tr("The higher, the sooner the next sparkles begin"));
     finishLayout();
 
     using Self = SparkleGroupWidget;

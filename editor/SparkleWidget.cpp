@@ -32,6 +32,11 @@ SparkleWidget::SparkleWidget(SparkleEffect* effect, MapModel* model, QWidget* pa
         addColor(tr("Background Color"), m_bgColor, tr("Transparent"), effect->bgTransparency());
     m_sparkleSwatch = sparkle.swatch;
     m_bgSwatch = bg.swatch;
+    decay->setToolTip(tr("At 10 a sparkle lasts a second, at 100 a tenth of one"));
+    density->setToolTip(tr("The most sparkles that begin at once"));
+    constant->setToolTip(tr("The higher, the sooner the next sparkles begin"));
+    sparkle.check->setToolTip(transTip());
+    bg.check->setToolTip(transTip());
     finishLayout();
 
     using Self = SparkleWidget;

@@ -36,6 +36,9 @@ StreakWidget::StreakWidget(StreakEffect* effect, MapModel* model, QWidget* paren
         addColor(tr("Background Color"), m_bgColor, tr("Trans"), effect->bgTransparency());
     m_fgSwatch = fg.swatch;
     m_bgSwatch = bg.swatch;
+    wrap->setToolTip(tr("What leaves at one end comes in at the other"));
+    fg.check->setToolTip(transTip());
+    bg.check->setToolTip(transTip());
     finishLayout();
 
     using Self = StreakWidget;

@@ -24,6 +24,8 @@ SweepWidget::SweepWidget(SweepEffect* effect, MapModel* model, QWidget* parent)
         addColor(tr("Background Color"), m_bgColor, tr("Trans"), effect->bgTransparent());
     m_fgSwatch = fg.swatch;
     m_bgSwatch = bg.swatch;
+    fg.check->setToolTip(transTip());
+    bg.check->setToolTip(transTip());
     finishLayout();
 
     using Self = SweepWidget;

@@ -29,6 +29,8 @@ WhiteCrossFadeWidget::WhiteCrossFadeWidget(WhiteCrossFadeEffect* effect, MapMode
                                      this);
     addWidget(end);
     QCheckBox* const endTrans = addCheck(tr("Trans"), effect->endTrans());
+    startTrans->setToolTip(transTip());
+    endTrans->setToolTip(transTip());
     finishLayout();
 
     using Self = WhiteCrossFadeWidget;

@@ -19,6 +19,7 @@ namespace {
 constexpr int kMostTemperature = 510;
 constexpr int kMostIntensity = 100;
 constexpr int kMostLevel = 255;
+constexpr int kSliderLetters = 24;
 
 int bounded(quint32 value)
 {
@@ -87,6 +88,7 @@ QSlider* WhiteLevelsPanel::addSlider(QGridLayout* grid, const QString& label, in
     auto* slider = new QSlider(Qt::Horizontal, page);
     slider->setRange(0, most);
     slider->setPageStep(std::max(1, most / 10));
+    slider->setMinimumWidth(QFontMetrics(font()).averageCharWidth() * kSliderLetters);
     slider->setValue(value);
     QString name = label;
     slider->setAccessibleName(name.remove(QLatin1Char(':')));

@@ -31,6 +31,10 @@ XYBurstWidget::XYBurstWidget(XYBurstEffect* effect, MapModel* model, QWidget* pa
         addSpin(tr("Center Y:"), -kMostPlace, kMostPlace, 0, truncI32(effect->centerOffsetY()));
     QCheckBox* const direction = addCheck(tr("Reverse Direction"), effect->cycleDir());
     QCheckBox* const rainbow = addCheck(tr("Reverse Rainbow"), effect->rainbowDir());
+    ring->setToolTip(
+        tr("100: one rainbow from the center to the farthest corners; 200: half of one"));
+    x->setToolTip(tr("In pixels from the left edge of the lights"));
+    y->setToolTip(tr("In pixels from the top edge of the lights"));
     finishLayout();
 
     using Self = XYBurstWidget;

@@ -45,6 +45,9 @@ XYSpiralWidget::XYSpiralWidget(XYSpiralEffect* effect, MapModel* model, QWidget*
         addSpin(tr("Center X:"), -kMostPlace, kMostPlace, 0, truncI32(effect->centerOffsetX()));
     QSpinBox* const y =
         addSpin(tr("Center Y:"), -kMostPlace, kMostPlace, 0, truncI32(effect->centerOffsetY()));
+    twist->setToolTip(tr("The smaller, the tighter the arms wind; 0 makes them straight"));
+    x->setToolTip(tr("In pixels from the left edge of the lights"));
+    y->setToolTip(tr("In pixels from the top edge of the lights"));
     finishLayout();
 
     using Self = XYSpiralWidget;

@@ -33,10 +33,13 @@ XYTextWidget::XYTextWidget(XYTextEffect* effect, MapModel* model, QWidget* paren
 void XYTextWidget::addTextGroup()
 {
     using Self = XYTextWidget;
-    beginGroup(tr("Text"));
-    QLineEdit* const line = addWideLine(tr("Text String:"), m_effect->text());
+    beginGroup(tr("Text String"));
+    QLineEdit* const line = makeWideLine(m_effect->text());
+    line->setAccessibleName(tr("Text String"));
+    addWidget(line);
     auto* font = new QFontComboBox(this);
     font->setCurrentFont(QFont(m_effect->fontFamily()));
+    font->setEditText(m_effect->fontFamily()); // also one that this machine hasn't got, or none
     addLabelled(tr("Font:"), font);
     QCheckBox* const bold = addCheck(tr("Bold"), m_effect->bold());
     QCheckBox* const italic = addCheck(tr("Italic"), m_effect->italic());

@@ -1,6 +1,8 @@
 #include "editor/ColorChooser.h"
 
 #include "color/VelaColorLibrary.h"
+#include "editor/ColorSwatch.h"
+#include "editor/FixedColorWidget.h"
 #include "effects/FixedColorEffect.h"
 #include "picker/ColorPickerWidget.h"
 #include "picker/ProfileSelector.h"
@@ -12,6 +14,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
+#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
 #include <QWidget>
@@ -103,6 +106,9 @@ private slots:
     void theDialogIsModalAndHoldsThePicker();
     void everyColorGoesToTheHandlerAtOnce();
     void cancelBringsTheOldColorBack();
+    void escapeBringsTheOldColorBack();
+    void aFormFollowsItsDialog();
+    void theDialogIsGoneAfterwards();
     void theGroupsProfilesAreHandedOver();
     void withoutAGroupThereAreNoProfiles();
     void aFormThatIsGoneIsNotTold();
@@ -156,6 +162,58 @@ void ColorChooserTest::cancelBringsTheOldColorBack()
         press(dialog, QDialogButtonBox::Cancel);
     });
     QCOMPARE(told.names, QStringList({"#00ff00", "#ff0000"}));
+}
+
+void ColorChooserTest::escapeBringsTheOldColorBack()
+{
+    Stage stage;
+    Told told;
+    stage.choose(VelaColor(Qt::red), &told, [](QDialog* dialog) {
+        pick(dialog, QColor(0, 255, 0));
+        QTest::keyClick(dialog, Qt::Key_Escape);
+        QVERIFY(!dialog->isVisible());
+    });
+    QCOMPARE(told.names, QStringList({"#00ff00", "#ff0000"}));
+}
+
+void ColorChooserTest::aFormFollowsItsDialog()
+{
+    Stage stage;
+    stage.effect.setColor(VelaColor(Qt::red));
+    FixedColorWidget form(&stage.effect, stage.map.model(), nullptr);
+    const auto* const swatch = form.findChild<ColorSwatch*>();
+    const auto shown = [swatch] { return swatch->palette().color(swatch->backgroundRole()); };
+    const auto choose = [&](QDialogButtonBox::StandardButton answer) {
+        QTimer::singleShot(0, &form, [&stage, &shown, answer] {
+            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            pick(dialog, QColor(0, 255, 0));
+            QCOMPARE(stage.effect.color().name(), QStringLiteral("#00ff00"));
+            QCOMPARE(shown(), QColor(0, 255, 0));
+            press(dialog, answer);
+        });
+        form.findChild<QPushButton*>()->click();
+    };
+    choose(QDialogButtonBox::Cancel);
+    QCOMPARE(stage.effect.color(), VelaColor(Qt::red));
+    QCOMPARE(shown(), QColor(Qt::red));
+    choose(QDialogButtonBox::Ok);
+    QCOMPARE(stage.effect.color().name(), QStringLiteral("#00ff00"));
+    QCOMPARE(shown(), QColor(0, 255, 0));
+}
+
+void ColorChooserTest::theDialogIsGoneAfterwards()
+{
+    Stage stage;
+    Told told;
+    QPointer<QDialog> opened;
+    QPointer<ColorPickerWidget> picker;
+    stage.choose(VelaColor(Qt::red), &told, [&](QDialog* dialog) {
+        opened = dialog;
+        picker = dialog->findChild<ColorPickerWidget*>();
+        QVERIFY(!picker.isNull());
+    });
+    QVERIFY(opened.isNull());
+    QVERIFY(picker.isNull());
 }
 
 void ColorChooserTest::theGroupsProfilesAreHandedOver()

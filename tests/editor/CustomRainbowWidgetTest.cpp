@@ -5,7 +5,9 @@
 #include "tests/editor/FormStage.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QMenu>
+#include <QPalette>
 #include <QTableWidget>
 #include <QTimer>
 
@@ -15,6 +17,7 @@ struct Dialog
 {
     VelaColor offered;
     VelaColor chosen;
+    bool isRejected = false;
     int runs = 0;
 } dialog;
 
@@ -35,6 +38,9 @@ void chooseColor(const Effect& /*effect*/, MapModel* /*model*/, VelaColor curren
     dialog.offered = current;
     ++dialog.runs;
     handler(dialog.chosen);
+    if (dialog.isRejected) {
+        handler(current);
+    }
 }
 
 class CustomRainbowWidgetTest : public QObject
@@ -45,7 +51,10 @@ private slots:
     void cleanup();
     void rowsAreTheEntries();
     void aDoubleClickOnAColorAsksForAnother();
+    void aRejectedColorComesBack();
     void aDoubleClickElsewhereAsksForNothing();
+    void anEmptyTableTellsHowToFillIt();
+    void numbersLineUp();
     void holdAndFadeAreWritten_data();
     void holdAndFadeAreWritten();
     void aNewColorIsAppended();
@@ -144,6 +153,54 @@ void CustomRainbowWidgetTest::aDoubleClickOnAColorAsksForAnother()
     QCOMPARE(m_effect->color(1).toString(), VelaColor(Qt::yellow).toString());
     QCOMPARE(shown(1), QColor(Qt::yellow));
     QCOMPARE(m_effect->color(0).toString(), VelaColor(Qt::red).toString());
+}
+
+void CustomRainbowWidgetTest::aRejectedColorComesBack()
+{
+    dialog.chosen = Qt::yellow;
+    dialog.isRejected = true;
+    m_form->handleTableDoubleClicked(m_table->item(2, 0));
+    QCOMPARE(dialog.runs, 1);
+    QCOMPARE(m_effect->color(2).toString(), VelaColor(Qt::blue).toString());
+    QCOMPARE(shown(2), QColor(Qt::blue));
+}
+
+void CustomRainbowWidgetTest::anEmptyTableTellsHowToFillIt()
+{
+    // How far the darkest and the lightest pixel of the middle line are apart, of 255.
+    const auto contrast = [this] {
+        const QImage image = m_table->viewport()->grab().toImage();
+        int least = 255;
+        int most = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            const int level = qGray(image.pixel(x, image.height() / 2));
+            least = qMin(least, level);
+            most = qMax(most, level);
+        }
+        return most - least;
+    };
+    for (int row = 2; row >= 0; --row) {
+        m_table->setCurrentCell(row, 1);
+        m_form->handleDeleteColor();
+    }
+    QVERIFY2(contrast() > 80, "light");
+    const QPalette light = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(53, 53, 53)));
+    const int onDark = contrast();
+    QApplication::setPalette(light);
+    QVERIFY2(onDark > 80, qPrintable(QString::number(onDark)));
+    m_form->handleNewEntryClicked();
+    QCOMPARE(contrast(), 0);
+}
+
+void CustomRainbowWidgetTest::numbersLineUp()
+{
+    m_form->handleNewEntryClicked();
+    for (int row = 0; row < m_table->rowCount(); ++row) {
+        for (const int column : {1, 2}) {
+            QVERIFY((m_table->item(row, column)->textAlignment() & Qt::AlignRight) != 0);
+        }
+    }
 }
 
 void CustomRainbowWidgetTest::aDoubleClickElsewhereAsksForNothing()

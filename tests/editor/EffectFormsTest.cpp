@@ -191,7 +191,11 @@ private slots:
     void wholeSecondsAreShownAndTheRestIsKept();
     void valuesBeyondAControlStayTheEffects();
     void whiteInputChoosesThePage();
+    void bothWhitesOfAFadeHaveTheirOwnPage();
+    void aWhiteOpensOnItsPage_data();
+    void aWhiteOpensOnItsPage();
     void warmAndCoolSpinBoxesFollowTheirSliders();
+    void spinBoxesOfAFadeWriteTheirLevels();
     void aColorGoesLiveToEffectAndSwatch();
     void aRejectedColorComesBack();
     void groupSparklesTakeScreenColors();
@@ -283,6 +287,72 @@ void EffectFormsTest::whiteInputChoosesThePage()
     QTest::keyClick(input, Qt::Key_Down);
     QCOMPARE(pages->currentIndex(), 1);
     QCOMPARE(stage.effect.inputType(), 1U);
+}
+
+void EffectFormsTest::bothWhitesOfAFadeHaveTheirOwnPage()
+{
+    FormStage<WhiteCrossFadeEffect, WhiteCrossFadeWidget> stage;
+    stage.open();
+    const QList<QStackedWidget*> pages = stage.form->findChildren<QStackedWidget*>();
+    QCOMPARE(pages.size(), 2);
+    QTest::keyClick(labelled<QComboBox>(stage.form.get(), "Input type:", 1), Qt::Key_Down);
+    QCOMPARE(pages.at(0)->currentIndex(), 0);
+    QCOMPARE(pages.at(1)->currentIndex(), 1);
+    QCOMPARE(stage.effect.inputTypeStart(), 0U);
+    QCOMPARE(stage.effect.inputTypeEnd(), 1U);
+    QTest::keyClick(labelled<QComboBox>(stage.form.get(), "Input type:", 0), Qt::Key_Down);
+    QTest::keyClick(labelled<QComboBox>(stage.form.get(), "Input type:", 1), Qt::Key_Up);
+    QCOMPARE(pages.at(0)->currentIndex(), 1);
+    QCOMPARE(pages.at(1)->currentIndex(), 0);
+    QCOMPARE(stage.effect.inputTypeStart(), 1U);
+    QCOMPARE(stage.effect.inputTypeEnd(), 0U);
+}
+
+void EffectFormsTest::aWhiteOpensOnItsPage_data()
+{
+    QTest::addColumn<quint32>("type");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("page");
+    QTest::newRow("temperature") << 0U << 0 << 0;
+    QTest::newRow("levels") << 1U << 1 << 1;
+    QTest::newRow("unknown") << 7U << -1 << 1; // which the effect takes as levels
+    QTest::newRow("largest") << 4294967295U << -1 << 1;
+}
+
+void EffectFormsTest::aWhiteOpensOnItsPage()
+{
+    QFETCH(const quint32, type);
+    QFETCH(const int, index);
+    QFETCH(const int, page);
+    FormStage<FixedWhiteEffect, FixedWhiteWidget> stage;
+    stage.effect.setInputType(type);
+    stage.effect.setWarm(1000); // beyond its slider
+    stage.open();
+    QCOMPARE(labelled<QComboBox>(stage.form.get(), "Input type:")->currentIndex(), index);
+    QCOMPARE(stage.form->findChild<QStackedWidget*>()->currentIndex(), page);
+    QCOMPARE(labelled<QSlider>(stage.form.get(), "Warm:")->value(), 255);
+    QCOMPARE(stage.effect.inputType(), type);
+    QCOMPARE(stage.effect.warm(), 1000U);
+}
+
+void EffectFormsTest::spinBoxesOfAFadeWriteTheirLevels()
+{
+    FormStage<WhiteCrossFadeEffect, WhiteCrossFadeWidget> stage;
+    stage.effect.setInputTypeStart(1);
+    stage.effect.setInputTypeEnd(1);
+    stage.open();
+    const QList<QSpinBox*> spins = stage.form->findChildren<QSpinBox*>();
+    QCOMPARE(spins.size(), 4);
+    int level = 11;
+    for (QSpinBox* const spin : spins) {
+        QCOMPARE(spin->minimum(), 0);
+        QCOMPARE(spin->maximum(), 255);
+        retype(spin, QByteArray::number(level++).constData());
+    }
+    QCOMPARE(stage.effect.warmStart(), 11U);
+    QCOMPARE(stage.effect.coolStart(), 12U);
+    QCOMPARE(stage.effect.warmEnd(), 13U);
+    QCOMPARE(stage.effect.coolEnd(), 14U);
 }
 
 void EffectFormsTest::warmAndCoolSpinBoxesFollowTheirSliders()

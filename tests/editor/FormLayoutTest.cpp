@@ -27,7 +27,7 @@ QStringList texts(const QWidget* form)
 {
     QStringList found;
     for (const Control* const control : form->findChildren<Control*>()) {
-        found << control->text();
+        found << plain(control->text());
     }
     return found;
 }
@@ -42,9 +42,9 @@ QStringList labelsAsRead(const QWidget* form)
             continue;
         }
         if (label->isVisible()) {
-            shown.append({label->mapTo(form, QPoint()).y(), label->text()});
+            shown.append({label->mapTo(form, QPoint()).y(), plain(label->text())});
         } else {
-            hidden << label->text();
+            hidden << plain(label->text());
         }
     }
     std::stable_sort(shown.begin(), shown.end(),
@@ -134,8 +134,8 @@ const QVector<LayoutCase>& layouts()
         {"XY Spiral", sight<XYSpiralEffect, XYSpiralWidget>, "Timing|Geometry",
          "Cycle Time (sec):|Twist:|Arms:|Rotation|Output Size:|Center X:|Center Y:",
          "Clockwise|Counterclockwise"},
-        {"XY Text", sight<XYTextEffect, XYTextWidget>, "Text|Timing|Colors",
-         "Text String:|Font:|Size (pixels):|Cycle Time (sec):|Text Color|Background Color",
+        {"XY Text", sight<XYTextEffect, XYTextWidget>, "Text String|Timing|Colors",
+         "Font:|Size (pixels):|Cycle Time (sec):|Text Color|Background Color",
          "Bold|Italic|Smooth|Trans|Trans|Choose Color|Choose Color"},
     };
     return all;
@@ -249,7 +249,7 @@ void FormLayoutTest::spinBoxesHaveTheirRanges()
     QFETCH(const int, most);
     int boxes = 0;
     for (const QLabel* const text : form->findChildren<QLabel*>()) {
-        if (text->text() == label) {
+        if (plain(text->text()) == label) {
             const auto* const spin = dynamic_cast<QSpinBox*>(text->buddy());
             QVERIFY(spin != nullptr);
             QCOMPARE(spin->minimum(), least);
@@ -273,6 +273,18 @@ void FormLayoutTest::labelColumnsStandInLine()
     QCOMPARE(left(labelled<QSpinBox>(stage.form.get(), "Pulse Width")), line);
     QCOMPARE(left(stage.form->findChildren<ColorSwatch*>().at(0)), line);
     QCOMPARE(left(button<QCheckBox>(stage.form.get(), "Wrap")), line);
+
+    FormStage<WhiteCrossFadeEffect, WhiteCrossFadeWidget> white;
+    white.open();
+    QVERIFY(QTest::qWaitForWindowExposed(white.form.get()));
+    const auto whiteLeft = [&](const QWidget* control) {
+        return control->mapTo(white.form.get(), QPoint()).x();
+    };
+    const int trans = whiteLeft(button<QCheckBox>(white.form.get(), "Trans"));
+    QCOMPARE(whiteLeft(labelled<QLineEdit>(white.form.get(), "Cycle Time (sec):")), trans);
+    for (const char* const label : {"Input type:", "Color Temp:", "Intensity:"}) {
+        QCOMPARE(whiteLeft(labelled<QWidget>(white.form.get(), label)), trans);
+    }
 }
 
 void FormLayoutTest::controlsCanBeNamedAndReached()

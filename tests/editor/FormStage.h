@@ -63,6 +63,12 @@ struct FormStage
     }
 };
 
+/// A label's or a button's text as a user reads it, without the mark of its mnemonic.
+inline QString plain(QString text)
+{
+    return text.remove(QLatin1Char('&'));
+}
+
 /// The controls of a form as a user finds them: by the label in front of them or on them. `nth`
 /// counts those of the same label, from 0. A control that isn't there ends the test.
 template <typename Control>
@@ -70,7 +76,7 @@ Control* labelled(const QWidget* form, const char* label, int nth = 0)
 {
     for (const QLabel* const text : form->findChildren<QLabel*>()) {
         auto* const control = dynamic_cast<Control*>(text->buddy());
-        if (control != nullptr && text->text() == QLatin1String(label) && nth-- == 0) {
+        if (control != nullptr && plain(text->text()) == QLatin1String(label) && nth-- == 0) {
             return control;
         }
     }
@@ -81,7 +87,7 @@ template <typename Button>
 Button* button(const QWidget* form, const char* text, int nth = 0)
 {
     for (Button* const found : form->findChildren<Button*>()) {
-        if (found->text() == QLatin1String(text) && nth-- == 0) {
+        if (plain(found->text()) == QLatin1String(text) && nth-- == 0) {
             return found;
         }
     }

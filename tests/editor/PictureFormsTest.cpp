@@ -57,6 +57,12 @@ std::function<void(QWidget*)> ticked(const char* text, int nth = 0)
         [=](QWidget* form) { QTest::keyClick(button<QCheckBox>(form, text, nth), Qt::Key_Space); };
 }
 
+/// The first line of the form, which no label names.
+std::function<void(QWidget*)> writtenLine(const char* text)
+{
+    return [=](QWidget* form) { retype(form->findChildren<QLineEdit*>().at(0), text); };
+}
+
 const QVector<WriteCase>& writeCases()
 {
     using FE = FlashEffect;
@@ -113,7 +119,7 @@ const QVector<WriteCase>& writeCases()
          -15.0},
         {"spiral negative center y", onForm<SE, SEW>(spun("Center Y:", "-16"), &SE::centerOffsetY),
          -16.0},
-        {"text", onForm<TE, TEW>(typed("Text String:", "Good night"), &TE::text),
+        {"text", onForm<TE, TEW>(writtenLine("Good night"), &TE::text),
          QStringLiteral("Good night")},
         {"text bold", onForm<TE, TEW>(ticked("Bold"), &TE::bold), true},
         {"text italic", onForm<TE, TEW>(ticked("Italic"), &TE::italic), true},
@@ -182,8 +188,12 @@ private slots:
     void loadReadsTheFolderAndLabelsTellOfIt();
     void theFilmIsChosenInADialog();
     void aPictureIsChosenInADialog();
+    void aFormMayGoWhileAFileIsChosen();
     void loadReadsWhatTheLineHolds();
     void progressIsShownUntilTheLastFrame();
+    void preloadingShowsItsProgress();
+    void offsetsWaitForTheEndOfTyping();
+    void aFontIsWrittenWhenItIsChosen();
     void wholeSecondsAreShown();
     void aBurstShowsTheNegativeCenterItDoesNotTake();
     void outputSizesFollowTheEffect();
@@ -306,7 +316,9 @@ void PictureFormsTest::theFilmIsChosenInADialog()
     stage.open();
     QString caption;
     answerFileDialog(dir.path(), &caption);
+    const QSignalSpy browsed(stage.form.get(), &FlashEffectWidget::browseClicked);
     button<QPushButton>(stage.form.get(), "Browse")->click();
+    QCOMPARE(browsed.size(), 1);
     QCOMPARE(caption, QStringLiteral("Choose an Animation Directory."));
     QCOMPARE(stage.effect.animationDir(), dir.path());
     QLineEdit* const line = labelled<QLineEdit>(stage.form.get(), "Animation Directory:");
@@ -334,6 +346,40 @@ void PictureFormsTest::aPictureIsChosenInADialog()
     QCOMPARE(labelled<QLabel>(stage.form.get(), "Image Size:")->text(), QStringLiteral("4 x 3"));
 }
 
+void PictureFormsTest::aFormMayGoWhileAFileIsChosen()
+{
+    const auto goWhileBrowsing = [](auto& stage) {
+        QWidget window; // of which the form is a part
+        stage.open();
+        stage.form->setParent(&window);
+        window.show();
+        bool gone = false;
+        std::function<void()> act = [&] {
+            auto* const asked = dynamic_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (asked == nullptr) {
+                QTimer::singleShot(0, &window, act); // not open yet
+                return;
+            }
+            stage.form.reset();
+            gone = true;
+            asked->reject();
+        };
+        QTimer::singleShot(0, &window, act);
+        stage.browse();
+        return gone && stage.form == nullptr;
+    };
+    struct Film : FormStage<FlashEffect, FlashEffectWidget>
+    {
+        void browse() const { form->browseButtonClicked(); }
+    } film;
+    QVERIFY(goWhileBrowsing(film));
+    struct Picture : FormStage<ImageEffect, ImageWidget>
+    {
+        void browse() const { form->handleBrowseButtonClicked(); }
+    } picture;
+    QVERIFY(goWhileBrowsing(picture));
+}
+
 void PictureFormsTest::loadReadsWhatTheLineHolds()
 {
     const QTemporaryDir dir;
@@ -342,6 +388,7 @@ void PictureFormsTest::loadReadsWhatTheLineHolds()
     stage.open();
     labelled<QLineEdit>(stage.form.get(), "Image File:")
         ->setText(dir.filePath(QStringLiteral("f0.png")));
+    QCOMPARE(stage.effect.imageFile(), QString()); // a path alone does nothing
     QVERIFY(!stage.effect.imageLoaded());
     button<QPushButton>(stage.form.get(), "Load")->click();
     QVERIFY(stage.effect.imageLoaded());
@@ -370,6 +417,66 @@ void PictureFormsTest::progressIsShownUntilTheLastFrame()
     QCOMPARE(progress->value(), 1);
     form->handleUpdateProgressDialog(2);
     QVERIFY(form->findChild<QProgressDialog*>() == nullptr);
+}
+
+void PictureFormsTest::preloadingShowsItsProgress()
+{
+    const QTemporaryDir dir;
+    QVERIFY(drawFilm(dir, 3));
+    FormStage<FlashEffect, FlashEffectWidget> stage;
+    stage.effect.setAnimationDir(dir.path());
+    stage.open();
+    QStringList heard;
+    const FlashEffectWidget* const form = stage.form.get();
+    const auto note = [&](const QString& what) {
+        const auto* const progress = form->findChild<QProgressDialog*>();
+        heard << (progress == nullptr ? what + QStringLiteral(" -")
+                                      : QStringLiteral("%1 %2/%3")
+                                            .arg(what)
+                                            .arg(progress->value())
+                                            .arg(progress->maximum()));
+    };
+    connect(form, &FlashEffectWidget::flashEffectPreloadToggled, form,
+            [&](bool on) { note(on ? QStringLiteral("pause") : QStringLiteral("go on")); });
+    connect(&stage.effect, &FlashEffect::updateProgressDialog, form,
+            [&](int count) { note(QString::number(count)); });
+    QTest::keyClick(button<QCheckBox>(form, "Preload"), Qt::Key_Space);
+    QCOMPARE(heard, QStringList({"pause -", "1 1/3", "2 2/3", "3 -", "go on -"}));
+    QCOMPARE(stage.effect.frameCount(), 3);
+    heard.clear();
+    QTest::keyClick(button<QCheckBox>(form, "Preload"), Qt::Key_Space);
+    QCOMPARE(heard, QStringList({"pause -", "go on -"})); // only the first frame is read
+    QVERIFY(!stage.effect.preload());
+}
+
+void PictureFormsTest::offsetsWaitForTheEndOfTyping()
+{
+    FormStage<FlashEffect, FlashEffectWidget> stage;
+    stage.open();
+    stage.form->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(stage.form.get()));
+    for (const char* const label : {"X Offset:", "Y Offset:"}) {
+        const auto offset = [&] {
+            return label[0] == 'X' ? stage.effect.xOffset() : stage.effect.yOffset();
+        };
+        QSpinBox* const spin = labelled<QSpinBox>(stage.form.get(), label);
+        spin->setFocus();
+        retype(spin, "12");
+        QCOMPARE(offset(), 0.0);
+        QTest::keyClick(spin, Qt::Key_Tab);
+        QCOMPARE(offset(), 12.0);
+    }
+}
+
+void PictureFormsTest::aFontIsWrittenWhenItIsChosen()
+{
+    FormStage<XYTextEffect, XYTextWidget> stage;
+    stage.open();
+    auto* const font = labelled<QFontComboBox>(stage.form.get(), "Font:");
+    QVERIFY(font->count() > 0);
+    QTest::keyClick(font, Qt::Key_Down);
+    QVERIFY(!stage.effect.fontFamily().isEmpty());
+    QCOMPARE(stage.effect.fontFamily(), font->currentText());
 }
 
 void PictureFormsTest::wholeSecondsAreShown()
