@@ -471,7 +471,16 @@ void ForgeWindowActionsTest::theDemoSelectsTheOnlyEffect()
     }
     const QString show =
         effects == 0 ? QString() : m_bench->file("demo.sho", WindowBench::rootXml(children));
+    QString title;
+    if (effects == 1 && demo) {
+        m_bench->dialogs.expect([&title](QWidget* dialog) {
+            title = dialog->windowTitle();
+            dialog->close();
+        });
+    }
     m_bench->open(m_bench->map(), show, demo);
+    // The effect is of a fixed colour: its colour is asked for at once.
+    QCOMPARE(title, effects == 1 && demo ? QStringLiteral("Select Color") : QString());
     QCOMPARE(m_bench->table()->rowCount(), effects);
     QCOMPARE(m_bench->table()->currentRow(), currentRow);
     const QModelIndexList selected = m_bench->table()->selectionModel()->selectedRows();
