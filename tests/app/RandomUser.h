@@ -55,6 +55,7 @@ public:
             ++m_runs;
             beginSoon();
             QApplication::exec();
+            QApplication::setQuitOnLastWindowClosed(false);
             m_bench->window.reset();
         }
     }
@@ -141,10 +142,13 @@ private:
                                  : m_files.show(&m_chance);
         const bool demo = m_chance.percent(30);
         EventLog::instance().add(QStringLiteral("start %1 %2 %3").arg(map, show).arg(demo));
+        // The program opens its window before its event loop runs; a dialog of that time ends none.
+        QApplication::setQuitOnLastWindowClosed(false);
         m_bench->open(map, show, demo);
         ForgeWindow* const window = m_bench->window.get();
         window->show();
         window->activateWindow();
+        QApplication::setQuitOnLastWindowClosed(true);
         connect(m_bench->action("pasteEffectAction"), &QAction::triggered, this,
                 [this] { m_excuses |= Pasted; });
         const QList<QMenu*> menus = m_bench->editor()->findChildren<QMenu*>();
@@ -167,14 +171,20 @@ private:
     /// A dialog or a popup has the input, or the program is busy.
     void innerTurn()
     {
-        passTime();
-        if (modal() == nullptr && QApplication::activePopupWidget() == nullptr) {
+        // How often a busy program comes here is chance, but not the seed's.
+        QWidget* const dialog = modal();
+        if (qobject_cast<QProgressDialog*>(dialog) != nullptr) {
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            return;
+        }
+        if (dialog == nullptr && QApplication::activePopupWidget() == nullptr) {
             if (++m_idleTurns > kMostPatience) {
                 complain(QStringLiteral("nothing to do in a loop of its own"));
             }
             return;
         }
         m_idleTurns = 0;
+        passTime();
         act();
     }
 
@@ -663,10 +673,6 @@ private:
     // Dialogs.
     void useDialog(QWidget* dialog)
     {
-        if (qobject_cast<QProgressDialog*>(dialog) != nullptr) {
-            useProgress(dialog);
-            return;
-        }
         constexpr char kPatience[] = "randomPatience";
         if (!dialog->property(kPatience).isValid()) {
             ++m_dialogsMet;
@@ -681,14 +687,6 @@ private:
             answer(dialog, patience);
         } else {
             useWidgetIn(dialog);
-        }
-    }
-
-    void useProgress(QWidget* dialog)
-    {
-        if (m_chance.percent(5)) {
-            note(QStringLiteral("escape"), dialog);
-            QTest::keyClick(dialog, Qt::Key_Escape);
         }
     }
 
