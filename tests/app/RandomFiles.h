@@ -56,6 +56,8 @@ public:
         good = good && write("junk.map", QByteArray(5000, '<'));
         good = good && write("empty.sho", QByteArray());
         good = good &&
+               write("short.sho", WindowBench::rootXml(WindowBench::effectXml(1, 1500)).toUtf8());
+        good = good &&
                write("ring of links.sho",
                      WindowBench::rootXml(linked(1, 2) + linked(2, 3) + linked(3, 1)).toUtf8());
         QString all;

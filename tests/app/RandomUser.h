@@ -1,29 +1,16 @@
 #pragma once
 
-#include "tests/app/EventLog.h"
-#include "tests/app/RandomFiles.h"
+#include "tests/app/RandomHand.h"
 #include "tests/app/ShowRules.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAbstractSlider>
-#include <QAbstractSpinBox>
-#include <QCheckBox>
-#include <QClipboard>
-#include <QComboBox>
-#include <QContextMenuEvent>
 #include <QDialog>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QInputDialog>
-#include <QInputMethodEvent>
-#include <QLineEdit>
-#include <QMenu>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QWheelEvent>
 #include <QtTest>
 
 #include <ctime>
@@ -32,13 +19,13 @@
 /// Uses a window at random, with events as a mouse and a keyboard make them. One event at a time;
 /// the next one comes from the event loop, also from that of a dialog that the event before has
 /// opened. Events go where the modal dialog or the popup lets them.
-class RandomUser : public QObject
+class RandomUser : public RandomHand
 {
 public:
     using PassTime = std::function<void(int ms)>;
 
     RandomUser(unsigned seed, WindowBench* bench, const RandomFiles& files, PassTime passTime)
-        : m_chance(seed)
+        : RandomHand(seed)
         , m_bench(bench)
         , m_files(files)
         , m_passTime(std::move(passTime))
@@ -55,6 +42,7 @@ public:
             ++m_runs;
             beginSoon();
             QApplication::exec();
+            QApplication::setQuitOnLastWindowClosed(false);
             m_bench->window.reset();
         }
     }
@@ -67,7 +55,7 @@ private:
     static constexpr int kPeriod = 20; // events between two looks at everything
     static constexpr int kMostEffects = 40;
     static constexpr int kMostPatience = 10000; // turns in which nothing could be done
-    static constexpr quint32 kLongestExportMs = 5000;
+    static constexpr quint32 kLongestExportMs = 20000;
     // Of the processor's time between two events.
 #ifdef __SANITIZE_ADDRESS__
     static constexpr std::clock_t kLongestTurn = 20 * CLOCKS_PER_SEC;
@@ -141,10 +129,13 @@ private:
                                  : m_files.show(&m_chance);
         const bool demo = m_chance.percent(30);
         EventLog::instance().add(QStringLiteral("start %1 %2 %3").arg(map, show).arg(demo));
+        // The program opens its window before its event loop runs; a dialog of that time ends none.
+        QApplication::setQuitOnLastWindowClosed(false);
         m_bench->open(map, show, demo);
         ForgeWindow* const window = m_bench->window.get();
         window->show();
         window->activateWindow();
+        QApplication::setQuitOnLastWindowClosed(true);
         connect(m_bench->action("pasteEffectAction"), &QAction::triggered, this,
                 [this] { m_excuses |= Pasted; });
         const QList<QMenu*> menus = m_bench->editor()->findChildren<QMenu*>();
@@ -167,14 +158,20 @@ private:
     /// A dialog or a popup has the input, or the program is busy.
     void innerTurn()
     {
-        passTime();
-        if (modal() == nullptr && QApplication::activePopupWidget() == nullptr) {
+        // How often a busy program comes here is chance, but not the seed's.
+        QWidget* const dialog = modal();
+        if (qobject_cast<QProgressDialog*>(dialog) != nullptr) {
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            return;
+        }
+        if (dialog == nullptr && QApplication::activePopupWidget() == nullptr) {
             if (++m_idleTurns > kMostPatience) {
                 complain(QStringLiteral("nothing to do in a loop of its own"));
             }
             return;
         }
         m_idleTurns = 0;
+        passTime();
         act();
     }
 
@@ -227,26 +224,6 @@ private:
         } else {
             useWindow();
         }
-    }
-
-    // Words for the log.
-    static QString called(const QWidget* widget)
-    {
-        QString text = QString::fromLatin1(widget->metaObject()->className()) + QLatin1Char(' ') +
-                       widget->objectName();
-        if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
-            text += QLatin1Char(' ') + button->text();
-        }
-        return text;
-    }
-    void note(const QString& what, const QWidget* widget)
-    {
-        EventLog::instance().add(QString(m_depth, QLatin1Char('>')) + QLatin1Char(' ') + what +
-                                 QLatin1Char(' ') + called(widget));
-    }
-    void note(const QString& what)
-    {
-        EventLog::instance().add(QString(m_depth, QLatin1Char('>')) + QLatin1Char(' ') + what);
     }
 
     // The main window, and the simulation beside it.
@@ -306,12 +283,6 @@ private:
             note(QStringLiteral("trigger ") + action->objectName());
             action->trigger();
         }
-    }
-
-    /// A user who leaves all the time never comes far.
-    bool mayChoose(const QAction& action)
-    {
-        return action.objectName() != QLatin1String("exitAction") || m_chance.percent(15);
     }
 
     void openMenu(QWidget* window)
@@ -439,26 +410,6 @@ private:
         QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, place);
     }
 
-    void contextMenu(QWidget* widget, const QPoint& place)
-    {
-        note(QStringLiteral("context menu"), widget);
-        QTest::mouseClick(widget, Qt::RightButton, Qt::NoModifier, place);
-        QContextMenuEvent event(QContextMenuEvent::Mouse, place, widget->mapToGlobal(place));
-        QApplication::sendEvent(widget, &event);
-    }
-
-    // Any window.
-    static bool isControl(const QWidget* widget)
-    {
-        return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-               qobject_cast<const QLineEdit*>(widget) != nullptr ||
-               qobject_cast<const QComboBox*>(widget) != nullptr ||
-               qobject_cast<const QAbstractSpinBox*>(widget) != nullptr ||
-               qobject_cast<const QAbstractSlider*>(widget) != nullptr ||
-               qobject_cast<const QAbstractItemView*>(widget) != nullptr ||
-               widget->focusPolicy() != Qt::NoFocus;
-    }
-
     /// Of the main window, the form of the parameters and the times are used most.
     void useWidgetIn(QWidget* window)
     {
@@ -480,193 +431,19 @@ private:
         useWidget(usable.isEmpty() ? window : m_chance.of(usable));
     }
 
-    void useWidget(QWidget* widget)
+    void click(QWidget* target, const QPoint& place) override
     {
-        QWidget* target = widget;
-        if (auto* const area = qobject_cast<QAbstractScrollArea*>(widget)) {
-            target = area->viewport();
-        }
-        const QPoint place(m_chance.below(target->width()), m_chance.below(target->height()));
-        const int dice = m_chance.below(100);
-        if (qobject_cast<QLineEdit*>(widget) != nullptr ||
-            qobject_cast<QAbstractSpinBox*>(widget) != nullptr) {
-            if (dice < 70) {
-                typeAndFinish(widget);
-                return;
-            }
-        }
-        if (dice < 55) {
-            click(target, place);
-        } else if (dice < 60) {
-            note(QStringLiteral("double click"), widget);
-            QTest::mouseDClick(target, Qt::LeftButton, Qt::NoModifier, place);
-            QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier, place);
-        } else if (dice < 75) {
-            drag(target, place);
-        } else if (dice < 85) {
-            wheel(target, place);
-        } else if (dice < 90) {
-            contextMenu(target, place);
-        } else {
-            pressKey(widget);
-        }
-    }
-
-    void click(QWidget* target, const QPoint& place)
-    {
-        note(QStringLiteral("click"), target);
-        auto* const check = qobject_cast<QCheckBox*>(target);
+        const auto* const check = qobject_cast<QCheckBox*>(target);
         const bool preloads = check != nullptr && check->text() == QLatin1String("Preload");
-        const QPoint where = check != nullptr ? QPoint(8, check->height() / 2) : place;
-        QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, where);
+        RandomHand::click(target, place);
         if (preloads && m_bench->window != nullptr && !m_bench->isRunning()) {
             complain(QStringLiteral("left paused by a preload"));
-        }
-    }
-
-    /// Of what is typed, `widget` may be gone at the end.
-    void typeAndFinish(QWidget* widget)
-    {
-        widget->setFocus(Qt::MouseFocusReason);
-        const QPointer<QWidget> guard(widget);
-        type(widget);
-        if (!guard.isNull() && m_chance.percent(50)) {
-            finish(widget);
-        }
-    }
-
-    void type(QWidget* widget)
-    {
-        const QString text = RandomFiles::text(&m_chance);
-        note(QStringLiteral("type \"%1\" of %2 into").arg(text.left(30)).arg(text.size()), widget);
-        const QPointer<QWidget> guard(widget);
-        if (m_chance.percent(80)) {
-            QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
-        }
-        if (guard.isNull()) {
-            return;
-        }
-        if (m_chance.percent(10) && !text.isEmpty()) {
-            const QSignalBlocker blocker(QGuiApplication::clipboard());
-            QGuiApplication::clipboard()->setText(text);
-            QTest::keyClick(widget, Qt::Key_V, Qt::ControlModifier);
-        } else if (text.isEmpty()) {
-            QTest::keyClick(widget, Qt::Key_Delete);
-        } else {
-            QInputMethodEvent event;
-            event.setCommitString(text);
-            QApplication::sendEvent(widget, &event);
-        }
-    }
-
-    void finish(QWidget* widget)
-    {
-        const Qt::Key key = m_chance.of(QList<Qt::Key>{Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab,
-                                                       Qt::Key_Escape, Qt::Key_Backtab});
-        note(QStringLiteral("key %1").arg(key, 0, 16), widget);
-        QTest::keyClick(widget, key);
-    }
-
-    void pressKey(QWidget* widget)
-    {
-        static const QList<Qt::Key> kKeys = {
-            Qt::Key_Tab,   Qt::Key_Backtab, Qt::Key_Return,   Qt::Key_Escape, Qt::Key_Left,
-            Qt::Key_Right, Qt::Key_Up,      Qt::Key_Down,     Qt::Key_Delete, Qt::Key_Backspace,
-            Qt::Key_Home,  Qt::Key_End,     Qt::Key_PageDown, Qt::Key_Space,  Qt::Key_F2,
-            Qt::Key_A,     Qt::Key_7,       Qt::Key_Period,   Qt::Key_Minus,  Qt::Key_E};
-        static const QList<Qt::Key> kShortcuts = {Qt::Key_A, Qt::Key_C, Qt::Key_X,
-                                                  Qt::Key_V, Qt::Key_Z, Qt::Key_S,
-                                                  Qt::Key_N, Qt::Key_O, Qt::Key_L};
-        if (m_chance.percent(50) && widget->focusPolicy() != Qt::NoFocus) {
-            widget->setFocus(Qt::MouseFocusReason);
-        }
-        QWidget* const focus = QApplication::focusWidget(); // a widget can't have keys without
-        QWidget* const target =
-            focus != nullptr && focus->window() == widget->window() ? focus : widget->window();
-        if (m_chance.percent(25)) {
-            const Qt::Key key = m_chance.of(kShortcuts);
-            note(QStringLiteral("Ctrl+%1").arg(QChar(key)), target);
-            QTest::keyClick(target, key, Qt::ControlModifier);
-        } else {
-            const Qt::Key key = m_chance.of(kKeys);
-            note(QStringLiteral("key %1").arg(key, 0, 16), target);
-            QTest::keyClick(target, key);
-        }
-    }
-
-    void drag(QWidget* target, const QPoint& from)
-    {
-        note(QStringLiteral("drag"), target);
-        const QPointer<QWidget> guard(target);
-        QTest::mousePress(target, Qt::LeftButton, Qt::NoModifier, from);
-        QPoint place = from;
-        const int moves = m_chance.between(1, 4);
-        for (int i = 0; i < moves && !guard.isNull(); ++i) {
-            place = QPoint(m_chance.between(-20, target->width() + 20),
-                           m_chance.between(-20, target->height() + 20));
-            QMouseEvent event(QEvent::MouseMove, place, target->mapToGlobal(place), Qt::NoButton,
-                              Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(target, &event);
-        }
-        if (!guard.isNull()) {
-            QTest::mouseRelease(target, Qt::LeftButton, Qt::NoModifier, place);
-        }
-    }
-
-    void wheel(QWidget* target, const QPoint& place)
-    {
-        note(QStringLiteral("wheel"), target);
-        const int delta = 120 * m_chance.between(-3, 3);
-        QWheelEvent event(place, target->mapToGlobal(place), QPoint(), QPoint(0, delta),
-                          Qt::NoButton, m_chance.percent(10) ? Qt::ControlModifier : Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(target, &event);
-    }
-
-    // Popups.
-    void usePopup(QWidget* popup)
-    {
-        const int dice = m_chance.below(10);
-        if (dice < 2) {
-            note(QStringLiteral("escape"), popup);
-            QTest::keyClick(popup, Qt::Key_Escape);
-        } else if (dice < 5) {
-            const Qt::Key key = m_chance.of(
-                QList<Qt::Key>{Qt::Key_Down, Qt::Key_Up, Qt::Key_Right, Qt::Key_Return});
-            QWidget* const view = popup->findChild<QAbstractItemView*>();
-            note(QStringLiteral("key %1").arg(key, 0, 16), popup);
-            QTest::keyClick(view != nullptr ? view : popup, key);
-        } else if (auto* const menu = qobject_cast<QMenu*>(popup)) {
-            const QList<QAction*> actions = menu->actions();
-            if (actions.isEmpty()) {
-                menu->close();
-                return;
-            }
-            QAction* const action = m_chance.of(actions);
-            if (!mayChoose(*action)) {
-                return;
-            }
-            note(QStringLiteral("choose ") + action->text());
-            QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                              menu->actionGeometry(action).center());
-        } else if (auto* const view = popup->findChild<QAbstractItemView*>()) {
-            const int row = m_chance.below(view->model()->rowCount());
-            note(QStringLiteral("choose row %1").arg(row), popup);
-            view->setCurrentIndex(view->model()->index(row, 0));
-            QTest::keyClick(view, Qt::Key_Return);
-        } else {
-            note(QStringLiteral("close"), popup);
-            popup->close();
         }
     }
 
     // Dialogs.
     void useDialog(QWidget* dialog)
     {
-        if (qobject_cast<QProgressDialog*>(dialog) != nullptr) {
-            useProgress(dialog);
-            return;
-        }
         constexpr char kPatience[] = "randomPatience";
         if (!dialog->property(kPatience).isValid()) {
             ++m_dialogsMet;
@@ -681,14 +458,6 @@ private:
             answer(dialog, patience);
         } else {
             useWidgetIn(dialog);
-        }
-    }
-
-    void useProgress(QWidget* dialog)
-    {
-        if (m_chance.percent(5)) {
-            note(QStringLiteral("escape"), dialog);
-            QTest::keyClick(dialog, Qt::Key_Escape);
         }
     }
 
@@ -781,7 +550,6 @@ private:
         AskedToSave = 16
     };
 
-    Chance m_chance;
     WindowBench* m_bench;
     const RandomFiles& m_files;
     PassTime m_passTime;
@@ -789,7 +557,6 @@ private:
     unsigned m_excuses = NoExcuse; // for what the present event does
     std::clock_t m_lastTurn = 0;
     int m_left = 0;
-    int m_depth = 0;
     int m_runs = 0;
     int m_dialogsMet = 0;
     int m_idleTurns = 0;
