@@ -26,7 +26,8 @@ ColorSlidersWidget::ColorSlidersWidget(const std::array<Component, kComponents>&
         auto* const box = new QSpinBox(this);
         track->setRange(0, component.maximum);
         track->setAccessibleName(tr("%1 track").arg(component.name));
-        track->setToolTip(component.name);
+        const QString tip = tr("%1, 0 to %2").arg(component.name).arg(component.maximum);
+        track->setToolTip(tip);
         track->setColorAt([this, i](int value) {
             Values values = m_values;
             values[i] = value;
@@ -35,7 +36,7 @@ ColorSlidersWidget::ColorSlidersWidget(const std::array<Component, kComponents>&
         box->setRange(0, component.maximum);
         box->setAlignment(Qt::AlignRight);
         box->setAccessibleName(component.name);
-        box->setToolTip(component.name);
+        box->setToolTip(tip);
         label->setBuddy(box);
         const int row = static_cast<int>(i);
         grid->addWidget(label, row, 0);

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QRegion>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +13,8 @@ namespace {
 
 constexpr double kSmallStep = 1.0 / 360.0;
 constexpr double kLargeStep = 10.0 / 360.0;
+constexpr double kWheelStep = 3.0 / 360.0; // for each notch
+constexpr double kNotch = 120.0;           // eighths of a degree
 
 double limited(double value)
 {
@@ -86,6 +89,19 @@ void GradientColorSelectorWidget::keyPressEvent(QKeyEvent* event)
         break;
     default:
         ColorSelectorWidget::keyPressEvent(event);
+    }
+}
+
+void GradientColorSelectorWidget::wheelEvent(QWheelEvent* event)
+{
+    event->accept();
+    const QPoint angle = event->angleDelta();
+    QPointF turned(-angle.x(), -angle.y());
+    if (event->modifiers().testFlag(Qt::ShiftModifier) && angle.x() == 0) {
+        turned = QPointF(angle.y(), 0.0);
+    }
+    if (!turned.isNull()) {
+        moveToPlace(markerPlace() + turned / kNotch * kWheelStep);
     }
 }
 

@@ -40,6 +40,8 @@ protected:
     void moveToPixel(const QPoint& pixel) override;
     void moveBySteps(int right, int down, bool large) override;
     void keyPressEvent(QKeyEvent* event) override;
+    /// Up and down; with Shift, or by a wheel that tilts, to the sides.
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     double m_hue = 0.0;

@@ -45,7 +45,7 @@ QColor hsbColor(double hue, double saturation, double brightness)
     return QColor(pixel(purePrimaries(hue), saturation, brightness));
 }
 
-QImage spectrumImage(const QSize& size)
+QImage spectrumImage(const QSize& size, double brightness)
 {
     QImage image(size, QImage::Format_RGB32);
     std::vector<Triple> pure;
@@ -56,7 +56,7 @@ QImage spectrumImage(const QSize& size)
         auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
         const double saturation = place(y, size.height());
         for (int x = 0; x < size.width(); ++x) {
-            line[x] = pixel(pure[static_cast<std::size_t>(x)], saturation, 1.0);
+            line[x] = pixel(pure[static_cast<std::size_t>(x)], saturation, brightness);
         }
     }
     return image;

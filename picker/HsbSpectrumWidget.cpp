@@ -11,9 +11,11 @@ HsbSpectrumWidget::HsbSpectrumWidget(QWidget* parent)
     : GradientColorSelectorWidget(parent)
 {
     setAccessibleName(tr("Spectrum"));
-    setAccessibleDescription(tr("Hue from left to right, saturation from top to bottom"));
+    setAccessibleDescription(tr("Hue from left to right, saturation from top to bottom, at the "
+                                "brightness of the color"));
     setToolTip(tr("Drag the marker to a hue and a saturation. The arrow keys move it, with Shift "
-                  "by more. The frame is what the zoomed view shows."));
+                  "by more; the wheel goes up and down, with Shift along the hues. The frame is "
+                  "what the zoomed view shows."));
 }
 
 void HsbSpectrumWidget::setZoomArea(const QRectF& rect)
@@ -36,7 +38,7 @@ QRect HsbSpectrumWidget::zoomFrame() const
 
 QImage HsbSpectrumWidget::paintField(const QSize& size) const
 {
-    return spectrumImage(size);
+    return spectrumImage(size, brightness());
 }
 
 void HsbSpectrumWidget::paintOverField(QPainter* painter)
@@ -64,6 +66,14 @@ QPointF HsbSpectrumWidget::markerPlace() const
 void HsbSpectrumWidget::moveToPlace(const QPointF& place)
 {
     select(place.x(), place.y(), brightness());
+}
+
+void HsbSpectrumWidget::valuesChanged()
+{
+    if (brightness() != m_fieldBrightness) {
+        m_fieldBrightness = brightness();
+        refreshField();
+    }
 }
 
 } // namespace VelaColorPickerLib

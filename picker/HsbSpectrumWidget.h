@@ -6,8 +6,8 @@
 
 namespace VelaColorPickerLib {
 
-/// Hue from left to right and saturation from top to bottom, at full brightness, with a frame
-/// around the part that a zoomed view shows.
+/// Hue from left to right and saturation from top to bottom, at the brightness of the colour, with
+/// a frame around the part that a zoomed view shows.
 class HsbSpectrumWidget final : public GradientColorSelectorWidget
 {
     Q_OBJECT
@@ -25,11 +25,13 @@ protected:
     void paintOverField(QPainter* painter) override;
     QPointF markerPlace() const override;
     void moveToPlace(const QPointF& place) override;
+    void valuesChanged() override;
 
 private:
     QRect zoomFrame() const;
 
     QRectF m_zoomArea;
+    double m_fieldBrightness = 1.0; // what the field was painted for
 };
 
 } // namespace VelaColorPickerLib

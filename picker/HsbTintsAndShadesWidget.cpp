@@ -10,7 +10,7 @@ HsbTintsAndShadesWidget::HsbTintsAndShadesWidget(QWidget* parent)
     setAccessibleName(tr("Tints and shades"));
     setAccessibleDescription(tr("Saturation from left to right, brightness from bottom to top"));
     setToolTip(tr("Drag the marker to a tint or shade of the hue. The arrow keys move it, with "
-                  "Shift by more."));
+                  "Shift by more; the wheel changes the brightness, with Shift the saturation."));
 }
 
 QImage HsbTintsAndShadesWidget::paintField(const QSize& size) const

@@ -138,8 +138,13 @@ void RgbPickerWidget::readSettings()
     const QSettings settings = pickerSettings();
     m_zoom->setLevel(settings.value(levelKey(), 1).toInt());
     m_zoomControl->setLevel(m_zoom->level(), ColorZoomWidget::kLevels);
+    const int handleWidth = m_topSplitter->handleWidth();
     m_topSplitter->restoreState(settings.value(splitterKey()).toByteArray());
-    m_topSplitter->setOrientation(Qt::Horizontal); // whatever the state held
+    // All but the sizes is ours, whatever the state held.
+    m_topSplitter->setOrientation(Qt::Horizontal);
+    m_topSplitter->setHandleWidth(handleWidth);
+    m_topSplitter->setChildrenCollapsible(false);
+    m_topSplitter->setOpaqueResize(true);
 }
 
 void RgbPickerWidget::writeSettings() const

@@ -26,6 +26,7 @@ private slots:
     void paintsWhatTheColorIs_data();
     void paintsWhatTheColorIs();
     void theSpectrumRunsFromRedToRedAndFromWhiteToPure();
+    void theSpectrumIsAsBrightAsTheColor();
     void tintsAndShadesRunFromGreysToTheHue();
     void aFieldOfOnePixelIsAColor();
 };
@@ -54,7 +55,7 @@ void HsbFieldTest::paintsWhatTheColorIs()
 
 void HsbFieldTest::theSpectrumRunsFromRedToRedAndFromWhiteToPure()
 {
-    const QImage image = spectrumImage({361, 101});
+    const QImage image = spectrumImage({361, 101}, 1.0);
     QCOMPARE(image.size(), QSize(361, 101));
     for (const int x : {0, 77, 200, 360}) {
         QCOMPARE(image.pixelColor(x, 0), QColor(Qt::white));
@@ -67,6 +68,15 @@ void HsbFieldTest::theSpectrumRunsFromRedToRedAndFromWhiteToPure()
     QCOMPARE(image.pixelColor(300, 100), QColor(Qt::magenta));
     QCOMPARE(image.pixelColor(360, 100), QColor(Qt::red));
     QCOMPARE(image.pixelColor(240, 50), QColor(128, 128, 255));
+}
+
+void HsbFieldTest::theSpectrumIsAsBrightAsTheColor()
+{
+    const QImage dim = spectrumImage({361, 101}, 0.4);
+    QCOMPARE(dim.pixelColor(77, 0), QColor(102, 102, 102));
+    QCOMPARE(dim.pixelColor(120, 100), QColor(0, 102, 0));
+    QCOMPARE(dim.pixelColor(240, 50), QColor(51, 51, 102));
+    QCOMPARE(spectrumImage({361, 101}, 0.0).pixelColor(120, 100), QColor(Qt::black));
 }
 
 void HsbFieldTest::tintsAndShadesRunFromGreysToTheHue()
@@ -82,9 +92,9 @@ void HsbFieldTest::tintsAndShadesRunFromGreysToTheHue()
 
 void HsbFieldTest::aFieldOfOnePixelIsAColor()
 {
-    QCOMPARE(spectrumImage({1, 1}).pixelColor(0, 0), QColor(Qt::white));
+    QCOMPARE(spectrumImage({1, 1}, 1.0).pixelColor(0, 0), QColor(Qt::white));
     QCOMPARE(tintsAndShadesImage({1, 1}, 0.0).pixelColor(0, 0), QColor(Qt::white));
-    QVERIFY(spectrumImage({0, 0}).isNull());
+    QVERIFY(spectrumImage({0, 0}, 1.0).isNull());
 }
 
 QTEST_GUILESS_MAIN(HsbFieldTest)

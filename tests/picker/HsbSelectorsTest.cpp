@@ -56,10 +56,14 @@ private slots:
     void opacityIsKept();
     void keysMoveTheMarker_data();
     void keysMoveTheMarker();
+    void theWheelMovesTheMarker_data();
+    void theWheelMovesTheMarker();
+    void aWheelAtRestTellsNobody();
     void theMarkerShowsOnTheField();
     void onlyWhatChangedIsPaintedAnew();
     void theSpectrumFramesTheZoomArea();
     void theTintsFollowTheHue();
+    void theSpectrumFollowsTheBrightness();
     void focusIsVisible();
     void hasNameAndToolTip();
 };
@@ -194,6 +198,51 @@ void HsbSelectorsTest::keysMoveTheMarker()
     QVERIFY(isNear(bench.widget.saturation(), saturation));
 }
 
+void HsbSelectorsTest::theWheelMovesTheMarker_data()
+{
+    QTest::addColumn<int>("notches");
+    QTest::addColumn<bool>("shift");
+    QTest::addColumn<double>("right");
+    QTest::addColumn<double>("down");
+    const double notch = 3.0 / 360.0;
+    QTest::newRow("up") << 1 << false << 0.0 << -notch;
+    QTest::newRow("down") << -2 << false << 0.0 << 2.0 * notch;
+    QTest::newRow("shift, up") << 2 << true << 2.0 * notch << 0.0;
+    QTest::newRow("shift, down") << -1 << true << -notch << 0.0;
+}
+
+void HsbSelectorsTest::theWheelMovesTheMarker()
+{
+    QFETCH(int, notches);
+    QFETCH(bool, shift);
+    QFETCH(double, right);
+    QFETCH(double, down);
+    const Qt::KeyboardModifiers modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
+    Spectrum spectrum;
+    spectrum.widget.setHsb(0.5, 0.5, 1.0, 1.0);
+    turnWheel(&spectrum.widget, notches, modifiers);
+    QCOMPARE(spectrum.changed.count(), 1);
+    QVERIFY(isNear(spectrum.widget.hue(), 0.5 + right));
+    QVERIFY(isNear(spectrum.widget.saturation(), 0.5 + down));
+    Tints tints;
+    tints.widget.setHsb(0.3, 0.5, 0.5, 1.0);
+    turnWheel(&tints.widget, notches, modifiers);
+    QCOMPARE(tints.changed.count(), 1);
+    QVERIFY(isNear(tints.widget.saturation(), 0.5 + right));
+    QVERIFY(isNear(tints.widget.brightness(), 0.5 - down));
+    QVERIFY(isNear(tints.widget.hue(), 0.3));
+    turnWheel(&tints.widget, 500 * notches, modifiers); // no further than the edge
+    QVERIFY(tints.widget.saturation() >= 0.0 && tints.widget.saturation() <= 1.0);
+    QVERIFY(tints.widget.brightness() >= 0.0 && tints.widget.brightness() <= 1.0);
+}
+
+void HsbSelectorsTest::aWheelAtRestTellsNobody()
+{
+    Spectrum bench;
+    turnWheel(&bench.widget, 0);
+    QCOMPARE(bench.changed.count(), 0);
+}
+
 void HsbSelectorsTest::theMarkerShowsOnTheField()
 {
     Spectrum bench;
@@ -270,6 +319,15 @@ void HsbSelectorsTest::theTintsFollowTheHue()
     QCOMPARE(bench.widget.grab().toImage().pixelColor(360, 0), QColor(Qt::red));
     bench.widget.setHsb(2.0 / 3.0, 0.0, 0.0, 1.0);
     QCOMPARE(bench.widget.grab().toImage().pixelColor(360, 0), QColor(Qt::blue));
+}
+
+void HsbSelectorsTest::theSpectrumFollowsTheBrightness()
+{
+    Spectrum bench;
+    bench.widget.setHsb(0.9, 0.1, 0.2, 1.0);
+    QCOMPARE(bench.widget.grab().toImage().pixelColor(120, 255), QColor(0, 51, 0));
+    bench.widget.setHsb(0.9, 0.1, 1.0, 1.0);
+    QCOMPARE(bench.widget.grab().toImage().pixelColor(120, 255), QColor(Qt::green));
 }
 
 void HsbSelectorsTest::focusIsVisible()

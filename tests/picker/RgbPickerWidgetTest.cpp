@@ -72,6 +72,7 @@ private slots:
     void aBrokenZoomLevelIsLimited_data();
     void aBrokenZoomLevelIsLimited();
     void theSplitterIsKept();
+    void aForeignSplitterStateGivesSizesAlone();
     void controlsAreReachedByTab();
 };
 
@@ -356,6 +357,29 @@ void RgbPickerWidgetTest::theSplitterIsKept()
                  .isEmpty());
     const Page page;
     QCOMPARE(page.splitter->sizes(), sizes);
+}
+
+void RgbPickerWidgetTest::aForeignSplitterStateGivesSizesAlone()
+{
+    QSplitter other(Qt::Vertical);
+    other.addWidget(new QWidget(&other));
+    other.addWidget(new QWidget(&other));
+    other.setHandleWidth(20000);
+    other.setChildrenCollapsible(true);
+    other.setOpaqueResize(false);
+    other.setSizes({0, 300});
+    QSettings settings = pickerSettings();
+    settings.setValue(QStringLiteral("colorPickerTopSplitterState"), other.saveState());
+    settings.sync();
+    const Page page;
+    QCOMPARE(page.splitter->orientation(), Qt::Horizontal);
+    QVERIFY(page.splitter->handleWidth() < 100);
+    QVERIFY(!page.splitter->childrenCollapsible());
+    QVERIFY(page.splitter->opaqueResize());
+    for (QWidget* const field : {static_cast<QWidget*>(page.spectrum), page.splitter->widget(1)}) {
+        QVERIFY(field->isVisible());
+        QVERIFY(field->width() >= field->minimumSizeHint().width());
+    }
 }
 
 void RgbPickerWidgetTest::controlsAreReachedByTab()
