@@ -94,6 +94,8 @@ int distance(QRgb a, QRgb b)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Maker)
+
 /// The painted fields against pictures of them that were looked at. To renew those after a change
 /// that is meant, run with FORGE_RENEW_GOLDEN=1 and look at them.
 class PaintedFieldsTest : public QObject
@@ -153,8 +155,6 @@ void PaintedFieldsTest::looksAsItDid()
                              .arg(seen)));
     }
 }
-
-Q_DECLARE_METATYPE(Maker)
 
 QTEST_MAIN(PaintedFieldsTest)
 #include "PaintedFieldsTest.moc"
