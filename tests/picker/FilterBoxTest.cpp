@@ -63,6 +63,7 @@ void FilterBoxTest::escapeClearsTheTextAndOnlyThenLeavesTheDialog()
     dialog.show();
     box->setFocus();
     box->setText(QStringLiteral("blue"));
+    waitForClearButton(*box);
     QTest::keyClick(box, Qt::Key_Escape);
     QCOMPARE(box->text(), QString());
     waitForClearButton(*box);
