@@ -8,6 +8,7 @@
 #include <QDialogButtonBox>
 #include <QFontMetrics>
 #include <QMetaObject>
+#include <QPushButton>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -20,15 +21,18 @@ ColorPickerWidget::ColorPickerWidget(QWidget* parent)
     VelaColorLibrary* const library = VelaColorLibrary::instance();
     library->startForPicker();
 
+    // In the order in which Tab goes from one to the next.
+    m_buttons = new VelaColorPickerButtonsWidget(this);
+    m_buttons->setObjectName(QStringLiteral("pickerButtons"));
     m_picker = new VelaColorPicker(m_splitter);
     m_picker->setObjectName(QStringLiteral("colorPicker"));
     m_tree = new ColorTreeAndFilterWidget(library, m_splitter);
     m_tree->setObjectName(QStringLiteral("colorTree"));
-    m_buttons = new VelaColorPickerButtonsWidget(this);
-    m_buttons->setObjectName(QStringLiteral("pickerButtons"));
     m_buttons->setPicker(m_picker);
     m_dialogButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_dialogButtons->setObjectName(QStringLiteral("dialogButtonBox"));
+    m_dialogButtons->button(QDialogButtonBox::Ok)->setToolTip(tr("Take the main color."));
+    m_dialogButtons->button(QDialogButtonBox::Cancel)->setToolTip(tr("Leave the color as it was."));
 
     const int unit = fontMetrics().height() / 2;
     m_splitter->setObjectName(QStringLiteral("splitter"));

@@ -19,14 +19,14 @@ constexpr int kFocusMargin = 3; // around the bar, for the focus frame
 
 void paintMarkerRings(QPainter* painter, const QPointF& center, double radius, bool dotted)
 {
-    constexpr double kRing = 1.5;
+    const double ring = std::max(1.5, radius / 8.0);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setBrush(Qt::NoBrush);
-    painter->setPen(QPen(Qt::black, kRing));
+    painter->setPen(QPen(Qt::black, ring));
     painter->drawEllipse(center, radius, radius);
-    painter->setPen(QPen(Qt::white, kRing));
-    painter->drawEllipse(center, radius - kRing, radius - kRing);
+    painter->setPen(QPen(Qt::white, ring));
+    painter->drawEllipse(center, radius - ring, radius - ring);
     if (dotted) {
         painter->setPen(QPen(Qt::white, 1.0));
         painter->setBrush(Qt::black);

@@ -11,16 +11,12 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFontMetrics>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
-#include <QStyle>
-#include <QStyleOptionFocusRect>
-#include <QToolTip>
 #include <qdrawutil.h>
 
 #include <memory>
@@ -41,13 +37,14 @@ ColorViewWidget::ColorViewWidget(Role role, QWidget* parent)
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    tellColor();
 }
 
 void ColorViewWidget::setColor(const VelaColor& color, const QString& uid)
 {
     m_color = color;
     m_uid = uid;
-    setAccessibleDescription(describe());
+    tellColor();
     update();
 }
 
@@ -60,7 +57,7 @@ void ColorViewWidget::setSelected(bool selected)
 QSize ColorViewWidget::sizeHint() const
 {
     const int line = fontMetrics().height();
-    return m_role == Role::Main ? QSize(8 * line, 6 * line) : QSize(5 * line, 6 * line);
+    return m_role == Role::Main ? QSize(6 * line, 6 * line) : QSize(5 * line, 6 * line);
 }
 
 QSize ColorViewWidget::minimumSizeHint() const
@@ -129,18 +126,15 @@ QPixmap ColorViewWidget::dragPixmap() const
     return swatchPixmap(m_color, QSize(side, side), devicePixelRatioF());
 }
 
-bool ColorViewWidget::event(QEvent* event)
+void ColorViewWidget::tellColor()
 {
-    if (event->type() == QEvent::ToolTip) {
-        const QString hint = m_role == Role::Main
-                                 ? tr("Click to edit this color.")
-                                 : tr("Click to edit this color, double-click to copy it to the "
-                                      "main color.");
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                           describe() + QLatin1Char('\n') + hint, this);
-        return true;
-    }
-    return QWidget::event(event);
+    const QString text = describe();
+    const QString hint = m_role == Role::Main
+                             ? tr("Click to edit this color.")
+                             : tr("Click to edit this color, double-click to copy it to the "
+                                  "main color.");
+    setAccessibleDescription(text);
+    setToolTip(text + QLatin1Char('\n') + hint);
 }
 
 void ColorViewWidget::paintEvent(QPaintEvent* /*event*/)
@@ -161,10 +155,8 @@ void ColorViewWidget::paintEvent(QPaintEvent* /*event*/)
         painter.drawRect(QRectF(inner).adjusted(-0.5, -0.5, 0.5, 0.5));
     }
     if (hasFocus()) {
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        option.backgroundColor = palette().color(QPalette::Window);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), kFocusRoom));
+        painter.drawRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0));
     }
 }
 

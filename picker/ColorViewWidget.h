@@ -55,7 +55,6 @@ public slots:
     void onReset();
 
 protected:
-    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -72,6 +71,7 @@ private:
     void giveColor(const VelaColor& color);
     bool takeFrom(const QMimeData* mime);
     QString describe() const;
+    void tellColor();
 
     const Role m_role;
     VelaColor m_color = VelaColor(Qt::white);

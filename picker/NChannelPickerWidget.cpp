@@ -102,6 +102,7 @@ QWidget* NChannelPickerWidget::buildTargetGroup(QWidget* parent)
     m_infoButton->setAccessibleName(tr("About the target fixture settings"));
     m_infoButton->setToolTip(tr("About the target fixture settings"));
     m_infoButton->setFocusPolicy(Qt::StrongFocus);
+    m_infoButton->setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
 
     const int unit = fontMetrics().height() / 2;
     auto* const layout = new QHBoxLayout(group);

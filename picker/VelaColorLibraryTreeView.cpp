@@ -43,11 +43,14 @@ VelaColorLibraryTreeView::VelaColorLibraryTreeView(QWidget* parent)
 {
     setItemDelegate(new VelaColorLibraryTreeViewDelegate(this));
     setUniformRowHeights(true);
+    setIndentation(fontMetrics().height() * 3 / 4);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::EditKeyPressed);
     setDragDropMode(QAbstractItemView::DragDrop);
     setDefaultDropAction(Qt::CopyAction);
     setAccessibleName(tr("Swatches"));
+    setToolTip(tr("Click a swatch to take its color, or drag it to another place. What you type "
+                  "filters the list."));
     connect(this, &QTreeView::clicked, this, &VelaColorLibraryTreeView::handleClicked);
     connect(this, &QTreeView::doubleClicked, this, &VelaColorLibraryTreeView::handleDoubleClicked);
 }
@@ -60,10 +63,51 @@ void VelaColorLibraryTreeView::setLibrary(VelaColorLibrary* library)
         setModel(m_filter);
     }
     header()->setStretchLastSection(false);
+    header()->setTextElideMode(Qt::ElideRight);
     header()->setSectionResizeMode(0, QHeaderView::Stretch);
     header()->setSectionResizeMode(1, QHeaderView::Interactive);
-    header()->resizeSection(1, fontMetrics().horizontalAdvance(QStringLiteral("Color ID")) * 3 / 2);
+    header()->setMinimumSectionSize(fontMetrics().height());
+    fitColumns();
+    spanLists(0, m_filter->rowCount() - 1);
     readOpenLists();
+}
+
+/// Names come first: ids have a narrow column, and none of a list's row.
+void VelaColorLibraryTreeView::fitColumns()
+{
+    if (model() != nullptr) {
+        const int id = header()->sectionSizeHint(1);
+        header()->resizeSection(1, std::min(id, viewport()->width() * 3 / 10));
+    }
+}
+
+void VelaColorLibraryTreeView::spanLists(int first, int last)
+{
+    for (int row = first; row <= last; ++row) {
+        setFirstColumnSpanned(row, QModelIndex(), true);
+    }
+}
+
+void VelaColorLibraryTreeView::rowsInserted(const QModelIndex& parent, int start, int end)
+{
+    QTreeView::rowsInserted(parent, start, end);
+    if (!parent.isValid()) {
+        spanLists(start, end);
+    }
+}
+
+void VelaColorLibraryTreeView::reset()
+{
+    QTreeView::reset();
+    if (model() != nullptr) {
+        spanLists(0, model()->rowCount() - 1);
+    }
+}
+
+void VelaColorLibraryTreeView::resizeEvent(QResizeEvent* event)
+{
+    QTreeView::resizeEvent(event);
+    fitColumns();
 }
 
 QModelIndex VelaColorLibraryTreeView::toLibrary(const QModelIndex& index) const
@@ -150,10 +194,7 @@ void VelaColorLibraryTreeView::writeOpenLists() const
     QSettings settings = pickerSettings();
     for (int row = 0; row < m_library->rowCount(); ++row) {
         const QModelIndex list = m_library->index(row, 0);
-        const bool isOpen = open.contains(list);
-        if (isOpen != isOpenBySettings(list)) {
-            settings.setValue(settingsKey(list), isOpen);
-        }
+        settings.setValue(settingsKey(list), open.contains(list));
     }
 }
 

@@ -65,6 +65,7 @@ public slots:
     void copySelected();
     /// Adds the clipboard's colour to the list of the current item.
     void paste();
+    void reset() override;
 
 protected:
     void keyboardSearch(const QString& search) override;
@@ -76,6 +77,10 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+protected slots:
+    void rowsInserted(const QModelIndex& parent, int start, int end) override;
 
 private slots:
     void handleClicked(const QModelIndex& index);
@@ -92,6 +97,8 @@ private:
     void drag(const QModelIndex& index);
     void choose(const QModelIndex& index);
     QList<QPersistentModelIndex> openLists() const;
+    void spanLists(int first, int last);
+    void fitColumns();
     bool isOpenBySettings(const QModelIndex& list) const;
 
     VelaColorLibrary* m_library = nullptr; // not owned

@@ -6,16 +6,28 @@
 #include "picker/VelaColorLibraryTreeView.h"
 
 #include <QFontMetrics>
+#include <QHelpEvent>
+#include <QToolTip>
 
 #include <algorithm>
 
 namespace VelaColorPickerLib {
 
+namespace {
+
+constexpr int kLongestTip = 200; // characters of a name
+
+} // namespace
+
 VelaColorLibraryTreeViewDelegate::VelaColorLibraryTreeViewDelegate(VelaColorLibraryTreeView* view)
     : QStyledItemDelegate(view)
     , m_view(view)
     , m_userIcon(QStringLiteral(":/images/userIcon.png"))
-{}
+{
+    for (const char* const size : {"24", "32", "48"}) { // for large fonts
+        m_userIcon.addFile(QStringLiteral(":/images/%1/userIcon.png").arg(QLatin1String(size)));
+    }
+}
 
 QSize VelaColorLibraryTreeViewDelegate::sizeHint(const QStyleOptionViewItem& option,
                                                  const QModelIndex& index) const
@@ -23,6 +35,23 @@ QSize VelaColorLibraryTreeViewDelegate::sizeHint(const QStyleOptionViewItem& opt
     const QSize size = QStyledItemDelegate::sizeHint(option, index);
     const int line = option.fontMetrics.height();
     return {size.width(), std::max(size.height(), line + line / 2)};
+}
+
+bool VelaColorLibraryTreeViewDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                                 const QStyleOptionViewItem& option,
+                                                 const QModelIndex& index)
+{
+    const VelaColorLibraryItem* const item = m_view->itemAt(index);
+    if (event->type() != QEvent::ToolTip || item == nullptr) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    QString text = item->name().left(kLongestTip).toHtmlEscaped();
+    if (item->isColor()) {
+        text += QStringLiteral("<br>") + VelaColorLibrary::colorText(item->color()).toHtmlEscaped();
+    }
+    text = QStringLiteral("<span>%1</span>").arg(text); // so that it is never taken for plain
+    QToolTip::showText(event->globalPos(), text, m_view->viewport(), m_view->visualRect(index));
+    return true;
 }
 
 void VelaColorLibraryTreeViewDelegate::initStyleOption(QStyleOptionViewItem* option,
@@ -35,7 +64,7 @@ void VelaColorLibraryTreeViewDelegate::initStyleOption(QStyleOptionViewItem* opt
     }
     const int line = option->fontMetrics.height();
     if (item->isColor()) {
-        const QSize size(2 * line, line);
+        const QSize size(line * 3 / 2, line);
         const qreal ratio = m_view->devicePixelRatioF();
         if (item->thumbnail().size() != size * ratio) {
             item->setThumbnail(swatchPixmap(item->color(), size, ratio));

@@ -26,8 +26,6 @@ VelaColorPickerWidget::VelaColorPickerWidget(QWidget* parent)
     , m_rgbPage(new RgbPickerWidget)
     , m_whitePage(new WhitePickerWidget)
     , m_channelPage(new NChannelPickerWidget)
-    , m_intensity(new IntensitySliderWidget(this))
-    , m_opacity(new OpacitySliderWidget(this))
     , m_base(Qt::white)
 {
     m_pages->setObjectName(QStringLiteral("pages"));
@@ -35,6 +33,8 @@ VelaColorPickerWidget::VelaColorPickerWidget(QWidget* parent)
     m_pages->insertWidget(WhitePage, m_whitePage);
     m_pages->insertWidget(ChannelPage, m_channelPage);
     buildSwatches();
+    m_intensity = new IntensitySliderWidget(this);
+    m_opacity = new OpacitySliderWidget(this);
     layOut();
     follow(m_base, QString(), nullptr);
     connectPages();

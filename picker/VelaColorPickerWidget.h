@@ -103,8 +103,8 @@ private:
     WhitePickerWidget* m_whitePage;
     NChannelPickerWidget* m_channelPage;
     std::array<ColorViewWidget*, SwatchCount> m_views{};
-    IntensitySliderWidget* m_intensity;
-    OpacitySliderWidget* m_opacity;
+    IntensitySliderWidget* m_intensity = nullptr;
+    OpacitySliderWidget* m_opacity = nullptr;
     Swatch m_selected = MainSwatch;
     VelaColor m_base; // what intensity scales: keeps hue and proportions through black
 };

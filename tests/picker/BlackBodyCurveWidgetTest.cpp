@@ -74,6 +74,7 @@ private slots:
     void currentBinHoldsTheMarker();
     void onCurve_data();
     void onCurve();
+    void theCurveEndsAtAThousandth();
     void paintsTheChartsImage();
     void paintsLocusBinAndMarker();
     void aDragRepaintsOnlyWhatChanged();
@@ -284,6 +285,35 @@ void BlackBodyCurveWidgetTest::onCurve()
     QFETCH(const VelaColor, color);
     QFETCH(const bool, expected);
     QCOMPARE(BlackBodyCurveWidget::isOnBlackBodyCurve(color), expected);
+}
+
+void BlackBodyCurveWidgetTest::theCurveEndsAtAThousandth()
+{
+    // u and v as of CIE 1960
+    const auto uv = [](const QPointF& xy) {
+        const double d = -2.0 * xy.x() + 12.0 * xy.y() + 3.0;
+        return QPointF(4.0 * xy.x() / d, 6.0 * xy.y() / d);
+    };
+    int within = 0;
+    int nearlyWithin = 0;
+    for (int cct = 2000; cct <= 10000; cct += 500) {
+        for (int tint = -3000; tint <= 3000; tint += 20) {
+            const QPointF xy = whiteXy(cct, tint);
+            int ownCct = 0;
+            int ownTint = 0;
+            QVERIFY(ColorUtils::xyToCctTint(xy.x(), xy.y(), &ownCct, &ownTint));
+            const QPointF away = uv(xy) - uv(whiteXy(ownCct, 0));
+            const double distance = std::hypot(away.x(), away.y());
+            const bool isOn = BlackBodyCurveWidget::isOnBlackBodyCurve(VelaColor(xy.x(), xy.y()));
+            if (std::abs(distance - 0.001) > 1e-7) {
+                QCOMPARE(isOn, distance < 0.001);
+            }
+            within += distance < 0.001 && distance > 0.00095 ? 1 : 0;
+            nearlyWithin += distance > 0.001 && distance < 0.00105 ? 1 : 0;
+        }
+    }
+    QVERIFY(within > 5);
+    QVERIFY(nearlyWithin > 5);
 }
 
 void BlackBodyCurveWidgetTest::paintsTheChartsImage()

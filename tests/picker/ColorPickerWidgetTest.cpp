@@ -2,9 +2,15 @@
 
 #include "color/VelaColorLibrary.h"
 #include "color/VelaColorLibraryItem.h"
+#include "picker/ColorTrack.h"
 #include "picker/ColorTreeAndFilterWidget.h"
 #include "picker/ColorViewWidget.h"
+#include "picker/HsbSpectrumWidget.h"
+#include "picker/HsbSpectrumZoomWidget.h"
+#include "picker/HsbTintsAndShadesWidget.h"
+#include "picker/IntensitySliderWidget.h"
 #include "picker/NChannelPickerWidget.h"
+#include "picker/OpacitySliderWidget.h"
 #include "picker/PickerSettings.h"
 #include "picker/ProfileSelector.h"
 #include "picker/RgbPickerWidget.h"
@@ -13,12 +19,15 @@
 #include "picker/VelaColorPickerButtonsWidget.h"
 #include "resources/Resources.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QPushButton>
 #include <QSplitter>
 #include <QtTest>
+
+#include <cstdlib>
 
 using namespace VelaColorPickerLib;
 
@@ -79,6 +88,9 @@ private slots:
     void favoritesGoToTheShowsList();
     void profilesReachTheChannelPage();
     void setColorShowsThePage();
+    void tabFollowsTheEye();
+    void everyControlIsNamedAndExplained_data();
+    void everyControlIsNamedAndExplained();
 };
 
 void ColorPickerWidgetTest::initTestCase()
@@ -114,7 +126,8 @@ void ColorPickerWidgetTest::namesItsSignalsAndSlots()
 
 void ColorPickerWidgetTest::isMadeOfItsParts()
 {
-    const Bench bench;
+    Bench bench;
+    bench.widget.resize(1400, 900);
     QVERIFY(bench.picker != nullptr);
     QVERIFY(bench.widget.findChild<VelaColorPickerButtonsWidget*>() != nullptr);
     QVERIFY(bench.widget.findChild<ColorTreeAndFilterWidget*>() != nullptr);
@@ -123,7 +136,9 @@ void ColorPickerWidgetTest::isMadeOfItsParts()
     QVERIFY(!splitter->isCollapsible(0));
     QVERIFY(splitter->isCollapsible(1));
     QVERIFY(splitter->widget(1)->findChild<VelaColorLibraryTreeView*>() != nullptr);
-    QVERIFY(splitter->sizes().at(0) > splitter->sizes().at(1));
+    // 70 to 30, where there is room for it
+    const int all = splitter->sizes().at(0) + splitter->sizes().at(1);
+    QVERIFY(std::abs(splitter->sizes().at(0) - all * 7 / 10) <= all / 50);
 }
 
 void ColorPickerWidgetTest::theFirstPickerOfAProcessFillsTheLibrary()
@@ -235,6 +250,84 @@ void ColorPickerWidgetTest::setColorShowsThePage()
     bench.widget.setColor(VelaColor(Qt::red));
     QCOMPARE(bench.picker->currentPage(), 0);
     QCOMPARE(bench.widget.color().name(), QStringLiteral("#ff0000"));
+}
+
+void ColorPickerWidgetTest::tabFollowsTheEye()
+{
+    Bench bench;
+    bench.widget.setColor(VelaColor(Qt::red));
+    bench.widget.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&bench.widget));
+    const auto button = [&bench](const char* name) {
+        return bench.widget.findChild<QWidget*>(QLatin1String(name));
+    };
+    const QList<QWidget*> order = {
+        button("rgbButton"),
+        button("addButton"),
+        bench.widget.findChild<HsbSpectrumWidget*>(),
+        bench.widget.findChild<HsbSpectrumZoomWidget*>(),
+        bench.widget.findChild<HsbTintsAndShadesWidget*>(),
+        bench.view("mainSwatch"),
+        bench.view("comparisonSwatch1"),
+        bench.view("comparisonSwatch2"),
+        bench.view("comparisonSwatch3"),
+        bench.widget.findChild<IntensitySliderWidget*>()->findChild<ColorTrack*>(),
+        bench.widget.findChild<OpacitySliderWidget*>()->findChild<ColorTrack*>(),
+        button("filterBox"),
+        bench.tree,
+        button("newGroupButton"),
+        button("importButton")};
+    QList<QWidget*> reached;
+    button("rgbButton")->setFocus();
+    for (int i = 0; i < 60; ++i) {
+        reached.append(QApplication::focusWidget());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        if (QApplication::focusWidget() == button("rgbButton")) {
+            break;
+        }
+    }
+    // The buttons of the pages are one place, within which the arrows go.
+    QTest::keyClick(button("rgbButton"), Qt::Key_Right);
+    QCOMPARE(QApplication::focusWidget(), button("whiteButton"));
+    QCOMPARE(bench.picker->currentPage(), 1);
+    int last = -1;
+    for (QWidget* const control : order) {
+        const int at = reached.indexOf(control);
+        QVERIFY2(at > last, qPrintable(control->objectName()));
+        last = at;
+    }
+}
+
+void ColorPickerWidgetTest::everyControlIsNamedAndExplained_data()
+{
+    QTest::addColumn<VelaColor>("color");
+    QTest::newRow("RGB") << VelaColor(Qt::red);
+    QTest::newRow("white") << VelaColor(0.38177, 0.37959);
+    QTest::newRow("channels") << VelaColor::fromNchannelF({1.0, 1.0, 0.0, 0.5}, 1, 0, false);
+}
+
+void ColorPickerWidgetTest::everyControlIsNamedAndExplained()
+{
+    QFETCH(VelaColor, color);
+    Bench bench;
+    bench.widget.setColor(color);
+    int controls = 0;
+    for (QWidget* const control : bench.widget.findChildren<QWidget*>()) {
+        if ((control->focusPolicy() & Qt::TabFocus) == 0 || !control->isVisible() ||
+            control->focusProxy() != nullptr) {
+            continue;
+        }
+        ++controls;
+        const auto* const button = qobject_cast<QAbstractButton*>(control);
+        const QString name = button != nullptr && control->accessibleName().isEmpty()
+                                 ? button->text()
+                                 : control->accessibleName();
+        const QByteArray which =
+            control->metaObject()->className() + QByteArray(" ") + control->objectName().toLatin1();
+        QVERIFY2(!name.isEmpty(), which.constData());
+        QVERIFY2(!control->toolTip().isEmpty(), which.constData());
+    }
+    QVERIFY(controls > 20);
 }
 
 QTEST_MAIN(ColorPickerWidgetTest)

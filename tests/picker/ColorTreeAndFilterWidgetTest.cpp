@@ -336,6 +336,13 @@ void ColorTreeAndFilterWidgetTest::openListsAreKeptWhenItCloses()
     other.show();
     QVERIFY(other.tree()->isExpanded(other.tree()->model()->index(2, 0)));
     QVERIFY(!other.tree()->isExpanded(other.tree()->model()->index(3, 0)));
+    // Each time it is shown.
+    other.hide();
+    pickerSettings().setValue(QStringLiteral("Foyer_expanded"), false);
+    pickerSettings().setValue(QStringLiteral("Roof_expanded"), true);
+    other.show();
+    QVERIFY(!other.tree()->isExpanded(other.tree()->model()->index(2, 0)));
+    QVERIFY(other.tree()->isExpanded(other.tree()->model()->index(3, 0)));
 }
 
 QTEST_MAIN(ColorTreeAndFilterWidgetTest)

@@ -88,6 +88,8 @@ private slots:
     void copyAndPasteGoThroughTheClipboard();
     void paintsTheColorOverTheCheckeredGround();
     void marksTheSelectedSwatch();
+    void focusIsVisible();
+    void tellsItsColor();
 };
 
 void ColorViewWidgetTest::initTestCase()
@@ -325,6 +327,31 @@ void ColorViewWidgetTest::marksTheSelectedSwatch()
     bench.view.setSelected(true);
     QVERIFY(ring());
     QVERIFY(bench.view.isSelected());
+}
+
+void ColorViewWidgetTest::focusIsVisible()
+{
+    Bench bench(ColorViewWidget::Role::Comparison);
+    bench.view.setSelected(true);
+    const QImage before = bench.view.grab().toImage();
+    QApplication::setActiveWindow(&bench.view);
+    bench.view.setFocus();
+    QVERIFY(bench.view.hasFocus());
+    const QImage focused = bench.view.grab().toImage();
+    QVERIFY(focused.pixelColor(1, 50) != before.pixelColor(1, 50));
+    QCOMPARE(focused.pixelColor(60, 50), before.pixelColor(60, 50)); // the color is as it was
+}
+
+void ColorViewWidgetTest::tellsItsColor()
+{
+    Bench bench(ColorViewWidget::Role::Comparison);
+    QVERIFY(bench.view.toolTip().startsWith(QStringLiteral("#ffffff\n")));
+    bench.view.setColor(VelaColor(QColor(1, 2, 3)), QString());
+    QVERIFY(bench.view.toolTip().startsWith(QStringLiteral("#010203\n")));
+    QVERIFY(bench.view.toolTip().contains(QStringLiteral("double-click")));
+    QCOMPARE(bench.view.accessibleDescription(), QStringLiteral("#010203"));
+    const Bench mainSwatch(ColorViewWidget::Role::Main);
+    QVERIFY(!mainSwatch.view.toolTip().contains(QStringLiteral("double-click")));
 }
 
 QTEST_MAIN(ColorViewWidgetTest)

@@ -41,6 +41,8 @@ public:
 
 } // namespace
 
+Q_DECLARE_METATYPE(Maker)
+
 /// What is painted while the mouse drags.
 class DragPaintTest : public QObject
 {
@@ -99,8 +101,6 @@ void DragPaintTest::aDragIsPaintedEventByEvent()
     // Around the marker and what follows it, not the whole field (but where its hue changes).
     QVERIFY(count.pixels / count.paints < qint64(size.width()) * size.height() / 3);
 }
-
-Q_DECLARE_METATYPE(Maker)
 
 QTEST_MAIN(DragPaintTest)
 #include "DragPaintTest.moc"

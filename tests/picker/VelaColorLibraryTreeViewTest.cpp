@@ -15,8 +15,10 @@
 #include <QDropEvent>
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QToolTip>
 #include <QtTest>
 
 using VelaColorPickerLib::pickerSettings;
@@ -144,7 +146,10 @@ private slots:
     void filtersByNameIdAndList();
     void endOfTheFilterOpensWhatWasOpen();
     void openListsLast();
+    void theStateOfEveryListIsWritten();
     void anOpenStateIsKeptUnderTheListsName();
+    void namesHaveTheRoom();
+    void aToolTipTellsNameAndColor();
     void thumbnailsShowTheColor();
     void userListsBearTheUsersIcon();
     void tenThousandSwatchesOpenFilterAndScroll();
@@ -510,6 +515,63 @@ void VelaColorLibraryTreeViewTest::openListsLast()
     QVERIFY(!isOpen(1)); // Project Swatches
     QVERIFY(isOpen(2));  // Lobby
     QVERIFY(!isOpen(3)); // Halden Swatches
+}
+
+void VelaColorLibraryTreeViewTest::theStateOfEveryListIsWritten()
+{
+    Bench bench;
+    bench.tree.readOpenLists(); // all as at first
+    bench.tree.writeOpenLists();
+    const QSettings settings = pickerSettings();
+    const QList<QPair<const char*, bool>> states = {{"Explicit Colors_expanded", false},
+                                                    {"Project Swatches_expanded", true},
+                                                    {"Lobby_expanded", false},
+                                                    {"Halden Swatches_expanded", true}};
+    for (const auto& state : states) {
+        QVERIFY2(settings.contains(QLatin1String(state.first)), state.first);
+    }
+    QVERIFY(settings.value(QStringLiteral("Halden Swatches_expanded")).toBool());
+    QVERIFY(!settings.value(QStringLiteral("Lobby_expanded")).toBool());
+}
+
+void VelaColorLibraryTreeViewTest::namesHaveTheRoom()
+{
+    Bench bench;
+    bench.tree.resize(12 * bench.tree.fontMetrics().height(), 400); // narrow
+    const auto room = [&bench](const QString& text) {
+        return bench.tree.visualRect(bench.find(text)).width();
+    };
+    // A list's name goes over both columns, whenever the list came.
+    const int view = bench.tree.viewport()->width();
+    QVERIFY(room(userList()) > view * 8 / 10);
+    bench.library.createColorList(QStringLiteral("Late"), true);
+    QVERIFY(room(QStringLiteral("Late")) > view * 8 / 10);
+    bench.tree.setFilter(QStringLiteral("sea"));
+    bench.tree.setFilter(QString());
+    QVERIFY(room(userList()) > view * 8 / 10);
+    QVERIFY(bench.tree.header()->sectionSize(1) <= view * 3 / 10);
+    bench.tree.resize(60 * bench.tree.fontMetrics().height(), 400);
+    QCOMPARE(bench.tree.header()->sectionSize(1), bench.tree.header()->sectionSizeHint(1));
+}
+
+void VelaColorLibraryTreeViewTest::aToolTipTellsNameAndColor()
+{
+    Bench bench;
+    const auto tipAt = [&bench](const QString& text) {
+        QToolTip::hideText();
+        const QPoint pos = bench.tree.visualRect(bench.find(text)).center();
+        QHelpEvent event(QEvent::ToolTip, pos, bench.tree.viewport()->mapToGlobal(pos));
+        QApplication::sendEvent(bench.tree.viewport(), &event);
+        return QToolTip::text();
+    };
+    const QString swatch = tipAt(QStringLiteral("Sea"));
+    QVERIFY2(swatch.contains(QStringLiteral("Sea")), qPrintable(swatch));
+    QVERIFY(swatch.contains(QStringLiteral("#0078a0")));
+    QVERIFY(tipAt(userList()).contains(userList()));
+    bench.library.setData(bench.color(userList(), 1), QStringLiteral("<b>&"), Qt::EditRole);
+    QVERIFY(tipAt(QStringLiteral("<b>&")).contains(QStringLiteral("&lt;b&gt;&amp;")));
+    QVERIFY(!bench.tree.toolTip().isEmpty());
+    QVERIFY(!bench.tree.accessibleName().isEmpty());
 }
 
 void VelaColorLibraryTreeViewTest::anOpenStateIsKeptUnderTheListsName()

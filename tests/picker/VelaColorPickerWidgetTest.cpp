@@ -18,6 +18,8 @@
 #include <QSpinBox>
 #include <QtTest>
 
+#include <limits>
+
 using namespace VelaColorPickerLib;
 
 namespace {
@@ -123,6 +125,8 @@ private slots:
     void favoritesPassThrough();
     void resetComesBackToTheColorThatWasHandedOver();
     void everyControlHasANameAndAPlaceInTheTabOrder();
+    void noColorOverthrowsIt_data();
+    void noColorOverthrowsIt();
 };
 
 void VelaColorPickerWidgetTest::initTestCase()
@@ -313,6 +317,14 @@ void VelaColorPickerWidgetTest::aDoubleClickCopiesToTheMainSwatch()
     QCOMPARE(bench.widget.mainColor().name(), orange().name());
     QCOMPARE(name(bench.mainChanged), orange().name());
     QCOMPARE(bench.mainChanged.last().at(1).toString(), kUid);
+    // As by hand: the first of the two clicks has selected it.
+    bench.swatch(3)->setColor(VelaColor(Qt::blue), kUid);
+    bench.click(3);
+    QCOMPARE(bench.selected(), 3);
+    QTest::mouseDClick(bench.swatch(3), Qt::LeftButton);
+    QCOMPARE(bench.selected(), 0);
+    QCOMPARE(bench.widget.mainColor().name(), QStringLiteral("#0000ff"));
+    QCOMPARE(name(bench.mainChanged), QStringLiteral("#0000ff"));
 }
 
 void VelaColorPickerWidgetTest::aDropOnAComparisonSwatchThatIsNotSelected()
@@ -358,6 +370,11 @@ void VelaColorPickerWidgetTest::opacitySetsTheAlpha()
     QCOMPARE(bench.cleared.count(), 1);
     QTest::keyClick(bench.opacity->findChild<ColorTrack*>(), Qt::Key_Home);
     QCOMPARE(bench.widget.mainColor().alphaF(), 0.0);
+    // What the intensity goes by keeps it.
+    bench.opacity->findChild<QSpinBox*>()->setValue(40);
+    bench.intensity->findChild<QSpinBox*>()->setValue(50);
+    QCOMPARE(bench.widget.mainColor().alphaF(), 0.4);
+    QCOMPARE(bench.opacity->percent(), 40);
 }
 
 void VelaColorPickerWidgetTest::intensityScalesTheColor_data()
@@ -463,6 +480,58 @@ void VelaColorPickerWidgetTest::everyControlHasANameAndAPlaceInTheTabOrder()
         QVERIFY(!control->toolTip().isEmpty());
         QVERIFY((control->focusPolicy() & Qt::TabFocus) != 0);
     }
+}
+
+void VelaColorPickerWidgetTest::noColorOverthrowsIt_data()
+{
+    QTest::addColumn<VelaColor>("color");
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    const auto yxy = [](double capY, double x, double y) {
+        VelaColor color(x, y);
+        color.setCapY(capY);
+        return color;
+    };
+    QTest::newRow("invalid") << VelaColor();
+    QTest::newRow("Y not a number") << yxy(nan, 0.3, 0.3);
+    QTest::newRow("x not a number") << yxy(1.0, nan, 0.3);
+    QTest::newRow("y not a number") << yxy(1.0, 0.3, nan);
+    QTest::newRow("infinite Y") << yxy(infinity, 0.3, 0.3);
+    QTest::newRow("infinite x") << yxy(1.0, infinity, 0.3);
+    QTest::newRow("y of 0") << yxy(1.0, 0.3, 0.0);
+    QTest::newRow("negative") << yxy(-4.0, -0.3, -0.3);
+    QTest::newRow("huge") << yxy(1e308, 1e308, 1e-308);
+    QTest::newRow("no chromaticity") << yxy(0.0, 0.0, 0.0);
+    QTest::newRow("layout unknown")
+        << VelaColor::fromNchannelF({1.0, 0.1, 0.2}, 4000000000U, 4000000000U, true);
+    QTest::newRow("no channels") << VelaColor::fromNchannelF({1.0}, 2, 24, false);
+    QTest::newRow("all channels") << VelaColor::fromNchannelF({1.0, 1, 1, 1, 1, 1, 1, 1, 1}, 2, 24,
+                                                              false);
+    QTest::newRow("too many channels")
+        << VelaColor::fromNchannelF({1.0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, 2, 24, false);
+}
+
+void VelaColorPickerWidgetTest::noColorOverthrowsIt()
+{
+    QFETCH(VelaColor, color);
+    Bench bench;
+    bench.widget.setColor(orange(), kUid);
+    for (int page = 0; page < 3; ++page) {
+        bench.widget.showPage(page);
+        bench.widget.setColor(color, kUid);
+        QCOMPARE(bench.swatch(0)->uid(), kUid);
+        QVERIFY(!bench.widget.grab().isNull());
+        for (ColorTrack* const track : bench.widget.findChildren<ColorTrack*>()) {
+            track->setValue(track->minimum());
+            track->setValue(track->maximum());
+        }
+        QVERIFY(!bench.widget.grab().isNull());
+    }
+    bench.widget.setColor(orange(), QString());
+    QCOMPARE(bench.widget.mainColor().name(), orange().name());
+    QCOMPARE(bench.rgb->color().name(), orange().name());
+    QCOMPARE(bench.intensity->percent(), 100);
+    QCOMPARE(bench.opacity->percent(), 100);
 }
 
 QTEST_MAIN(VelaColorPickerWidgetTest)

@@ -68,6 +68,7 @@ private slots:
     void temperatureAndTintGiveTheColor_data();
     void temperatureAndTintGiveTheColor();
     void tintIsLimitedAboveOnly();
+    void aColorBrighterThanFullComesBackAtFull();
     void aTemperatureOutOfRangeChangesNothing();
     void alphaAndProfileStay();
     void anRgbColorBecomesYxy();
@@ -143,6 +144,19 @@ void WhitePickerWidgetTest::tintIsLimitedAboveOnly()
     QVERIFY(isNear(page.heldXy(), whiteXy(4000, -40000), 0.0));
     QVERIFY(!isNear(page.heldXy(), whiteXy(4000, -32767), 1e-4));
     QCOMPARE(page.tintBox->value(), -32767);
+}
+
+void WhitePickerWidgetTest::aColorBrighterThanFullComesBackAtFull()
+{
+    Page page;
+    page.widget.setColor(white(4000, 0, 3.5));
+    QCOMPARE(page.intensityBox->value(), 100);
+    QCOMPARE(page.widget.color().capY(), 3.5); // as it was set, until it is changed
+    page.tempBox->setValue(5000);
+    QCOMPARE(page.emitted().capY(), 1.0);
+    page.widget.setColor(white(4000, 0, 3.5));
+    page.tintBox->setValue(500);
+    QCOMPARE(page.emitted().capY(), 1.0);
 }
 
 void WhitePickerWidgetTest::aTemperatureOutOfRangeChangesNothing()
