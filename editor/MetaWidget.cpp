@@ -1,6 +1,8 @@
 #include "editor/MetaWidget.h"
 
 #include "editor/EffectTable.h"
+#include "editor/FixedColorWidget.h"
+#include "editor/FlashEffectWidget.h"
 #include "editor/GroupPicker.h"
 #include "editor/ParameterForms.h"
 #include "editor/StateIcons.h"
@@ -13,7 +15,6 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QMenu>
-#include <QMetaObject>
 #include <QSignalBlocker>
 #include <QTextStream>
 #include <QTimer>
@@ -88,8 +89,8 @@ void MetaWidget::demoStart()
     }
     m_table->setCurrentCell(0, EidColumn);
     QCoreApplication::processEvents();
-    if (m_parameterWidget != nullptr && m_parameterWidget->inherits("FixedColorWidget")) {
-        QMetaObject::invokeMethod(m_parameterWidget, "chooseColorClicked");
+    if (auto* const form = qobject_cast<FixedColorWidget*>(m_parameterWidget)) {
+        form->chooseColorClicked();
     }
 }
 
@@ -139,13 +140,14 @@ void MetaWidget::showForm(Effect* effect)
 
     // A form must not outlive the effect it seems to edit.
     m_formsEffect = connect(effect, &QObject::destroyed, this, [this] { dropForm(); });
-    if (form->metaObject()->indexOfSignal("flashEffectPreloadToggled(bool)") >= 0) {
-        connect(form, SIGNAL(flashEffectPreloadToggled(bool)), this,
-                SLOT(handleFlashEffectPreloadToggled(bool)));
+    if (auto* const animation = qobject_cast<FlashEffectWidget*>(form)) {
+        connect(animation, &FlashEffectWidget::flashEffectPreloadToggled, this,
+                &MetaWidget::handleFlashEffectPreloadToggled);
     }
 }
 
-/// The form may be in the middle of a dialog of its own: it goes once that has returned.
+/// The form may be in the middle of a slot of its own: it goes later. A dialog that it has opened
+/// belongs to the window and finds it gone.
 void MetaWidget::dropForm()
 {
     QWidget* const form = m_parameterWidget;

@@ -77,8 +77,6 @@ private slots:
     void theSampleEndsWithTheRatio();
     void theSampleEndsWithAnError();
     void writesWhatItReads();
-    void textsAreMadeWritable_data();
-    void textsAreMadeWritable();
 };
 
 void Sorrel3ProjectHelperTest::tellsListsAndColorsInOrder()
@@ -213,30 +211,6 @@ void Sorrel3ProjectHelperTest::writesWhatItReads()
     QCOMPARE(Sorrel3ProjectHelper::listElement(document, QString(), false, {})
                  .attribute(QStringLiteral("isUserLibrary")),
              QStringLiteral("0"));
-}
-
-void Sorrel3ProjectHelperTest::textsAreMadeWritable_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("kept");
-    const QString pair = QString(QChar(0xD83C)) + QChar(0xDFA8);
-    QTest::newRow("plain") << QStringLiteral("Röt <&>") << QStringLiteral("Röt <&>");
-    QTest::newRow("blanks") << QStringLiteral("a\tb\nc\rd") << QStringLiteral("a\tb\nc\rd");
-    QTest::newRow("controls") << QStringLiteral("\u0001a\u001Fb") + QChar(0)
-                              << QStringLiteral("ab");
-    QTest::newRow("pair") << pair << pair;
-    QTest::newRow("half a pair") << QString(QChar(0xD83C)) << QString();
-    QTest::newRow("other half") << QStringLiteral("a") + QChar(0xDFA8) + QStringLiteral("b")
-                                << QStringLiteral("ab");
-    QTest::newRow("half, then a pair") << QChar(0xD83C) + pair << pair;
-    QTest::newRow("no characters") << QStringLiteral("a\uFFFE\uFFFFb") << QStringLiteral("ab");
-}
-
-void Sorrel3ProjectHelperTest::textsAreMadeWritable()
-{
-    QFETCH(const QString, text);
-    QFETCH(const QString, kept);
-    QCOMPARE(Sorrel3ProjectHelper::writable(text), kept);
 }
 
 QTEST_GUILESS_MAIN(Sorrel3ProjectHelperTest)

@@ -1,48 +1,17 @@
-#include "editor/ParameterForms.h"
+#include "editor/FlashEffectWidget.h"
+#include "editor/SweepWidget.h"
+#include "effects/SweepEffect.h"
 #include "tests/editor/EditorStage.h"
 
 #include <QFrame>
 #include <QLabel>
 #include <QSignalSpy>
 
-namespace {
-
-constexpr int kFixedColor = 0; // its type number
-
-/// A form as the editor sees one: a widget with a size, and news about pictures being loaded.
-class PlainForm : public QWidget
-{
-    Q_OBJECT
-public:
-    PlainForm(const Effect* effect, const QSize& size, QWidget* parent)
-        : QWidget(parent)
-        , m_effect(effect)
-    {
-        setMinimumSize(size);
-        ++s_count;
-    }
-    ~PlainForm() override { --s_count; }
-
-    const Effect* effect() const { return m_effect; }
-    static int count() { return s_count; }
-
-signals:
-    void flashEffectPreloadToggled(bool on);
-
-private:
-    const Effect* m_effect; // not owned
-    static int s_count;
-};
-int PlainForm::s_count = 0;
-
-} // namespace
-
 /// What the editor shows of the selected effect.
 class MetaWidgetFormsTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void init();
     void cleanup();
 
     void theFormIsThatOfTheSelectedEffect();
@@ -50,7 +19,6 @@ private slots:
     void theBoxAndItsFrameFitTheForm();
     void theRoomKeepsTheLargestForm();
     void aTimelineLeavesTheFormerForm();
-    void anUnknownTypeIsLogged();
     void noSelectionKeepsTheFormAndClearsTheTitle();
     void theTitleShowsEveryCharacter();
     void theCursorKeysSelect();
@@ -65,39 +33,53 @@ private slots:
     void aRebuiltTableTakesNoTypedText();
     void aRebuiltTableOffersEachRowItsTypes();
     void theDemoMakesTheForm();
+    void theDemoAsksForTheColor();
 
 private:
-    PlainForm* form() const { return m_stage.widget->findChild<PlainForm*>(); }
+    static QString sweepXml(int eid) { return EditorStage::effectXml(eid, QString(), "Sweep"); }
+    static int formCount();
+    EffectForm* form() const { return m_stage.widget->findChild<EffectForm*>(); }
+    bool edits(quint32 eid) const;
 
     EditorStage m_stage;
-    QSize m_size;
 };
 
-void MetaWidgetFormsTest::init()
+int MetaWidgetFormsTest::formCount()
 {
-    QCOMPARE(EffectFactory::typeNumber(QStringLiteral("Fixed Color")), kFixedColor);
-    m_size = QSize(240, 180);
-    const FormMaker maker = [this](Effect* effect, MapModel*, QWidget* parent) {
-        return new PlainForm(effect, m_size, parent);
-    };
-    registerParameterForm(kFixedColor, maker);
-    registerParameterForm(EffectFactory::typeNumber(QStringLiteral("Sweep")), maker);
+    int count = 0;
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (const QWidget* const widget : widgets) {
+        count += qobject_cast<const EffectForm*>(widget) != nullptr ? 1 : 0;
+    }
+    return count;
+}
+
+/// Whether the form is of the sweep with this number, by trying it.
+bool MetaWidgetFormsTest::edits(quint32 eid) const
+{
+    auto* const shown = qobject_cast<SweepWidget*>(form());
+    const auto* const sweep = dynamic_cast<SweepEffect*>(m_stage.effect(eid));
+    if (shown == nullptr || sweep == nullptr) {
+        return false;
+    }
+    const bool before = sweep->reverse();
+    shown->handleReverseChanged(!before);
+    return sweep->reverse() != before;
 }
 
 void MetaWidgetFormsTest::cleanup()
 {
     m_stage.widget.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(PlainForm::count(), 0);
+    QCOMPARE(formCount(), 0);
 }
 
 void MetaWidgetFormsTest::theFormIsThatOfTheSelectedEffect()
 {
-    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2));
+    m_stage.open(sweepXml(1) + sweepXml(2));
     QVERIFY(form() == nullptr);
     m_stage.clickCell(1, MetaWidget::PriorityColumn);
-    QVERIFY(form() != nullptr);
-    QCOMPARE(form()->effect(), m_stage.effect(2));
+    QVERIFY(edits(2));
     QVERIFY(form()->isVisible());
     QVERIFY(m_stage.parameterBox()->isAncestorOf(form()));
     QCOMPARE(m_stage.parameterBox()->title(), QStringLiteral("E2 Parameters"));
@@ -105,58 +87,52 @@ void MetaWidgetFormsTest::theFormIsThatOfTheSelectedEffect()
 
 void MetaWidgetFormsTest::anotherSelectionReplacesTheForm()
 {
-    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2, QString(), "Sweep"));
+    m_stage.open(EditorStage::effectXml(1) + sweepXml(2));
     m_stage.clickCell(0, MetaWidget::PriorityColumn);
-    const QPointer<PlainForm> first(form());
+    const QPointer<EffectForm> first(form());
     m_stage.clickCell(1, MetaWidget::PriorityColumn);
-    QCOMPARE(form()->effect(), m_stage.effect(2));
+    QVERIFY(edits(2));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(first.isNull());
-    QCOMPARE(PlainForm::count(), 1);
+    QCOMPARE(formCount(), 1);
 }
 
 void MetaWidgetFormsTest::theBoxAndItsFrameFitTheForm()
 {
-    m_stage.open(EditorStage::effectXml(1));
+    m_stage.open(sweepXml(1));
     m_stage.select(0);
     const auto* frame = m_stage.widget->findChild<QFrame*>(QStringLiteral("parameterFrame"));
-    QCOMPARE(frame->minimumSize(), QSize(240, 180));
-    QCOMPARE(m_stage.parameterBox()->minimumSize(), QSize(260, 200));
-    QVERIFY(form()->width() >= 240);
+    const QSize needed = form()->minimumSize().expandedTo(form()->sizeHint());
+    QVERIFY(!needed.isEmpty());
+    QCOMPARE(frame->minimumSize(), needed);
+    QCOMPARE(m_stage.parameterBox()->minimumSize(), needed + QSize(20, 20));
+    QVERIFY(form()->width() >= needed.width());
+    QVERIFY(form()->height() >= needed.height());
 }
 
 void MetaWidgetFormsTest::theRoomKeepsTheLargestForm()
 {
-    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2, QString(), "Sweep"));
-    m_size = QSize(500, 400);
+    m_stage.open(EditorStage::effectXml(1, QString(), "Image Scroll") + EditorStage::effectXml(2));
     m_stage.select(0);
     QCoreApplication::processEvents();
     const QRect box = m_stage.parameterBox()->geometry();
-    m_size = QSize(100, 50);
+    const QSize large = form()->sizeHint();
     m_stage.select(1);
     QCoreApplication::processEvents();
+    QVERIFY(form()->sizeHint().height() < large.height());
     QCOMPARE(m_stage.parameterBox()->geometry(), box); // nothing jumps
 }
 
 void MetaWidgetFormsTest::aTimelineLeavesTheFormerForm()
 {
-    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2, QString(), "Meta Effect"));
+    m_stage.open(sweepXml(1) + EditorStage::effectXml(2, QString(), "Meta Effect"));
     m_stage.select(0);
-    const PlainForm* const former = form();
+    const EffectForm* const former = form();
     m_stage.select(1);
     QCOMPARE(form(), former);
+    QVERIFY(edits(1));
     QCOMPARE(m_stage.parameterBox()->title(), QStringLiteral("E2 Parameters"));
     QVERIFY(m_stage.start()->isEnabled());
-}
-
-void MetaWidgetFormsTest::anUnknownTypeIsLogged()
-{
-    registerParameterForm(kFixedColor, FormMaker());
-    m_stage.open(EditorStage::effectXml(1));
-    QTest::ignoreMessage(QtDebugMsg, "Invalid Effect Type: 0");
-    m_stage.select(0);
-    QVERIFY(form() == nullptr);
-    QCOMPARE(m_stage.parameterBox()->title(), QStringLiteral("E1 Parameters"));
 }
 
 void MetaWidgetFormsTest::noSelectionKeepsTheFormAndClearsTheTitle()
@@ -180,41 +156,41 @@ void MetaWidgetFormsTest::theTitleShowsEveryCharacter()
 
 void MetaWidgetFormsTest::theCursorKeysSelect()
 {
-    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2) + EditorStage::effectXml(3));
+    m_stage.open(sweepXml(1) + sweepXml(2) + sweepXml(3));
     m_stage.table()->setFocus();
     m_stage.select(0); // by its hidden column, as a new effect is
     QTest::keyClick(m_stage.table(), Qt::Key_Down);
     QCOMPARE(m_stage.selectedRows(), QList<int>{1});
-    QCOMPARE(form()->effect(), m_stage.effect(2));
+    QVERIFY(edits(2));
     QTest::keyClick(m_stage.table(), Qt::Key_Down);
-    QCOMPARE(form()->effect(), m_stage.effect(3));
+    QVERIFY(edits(3));
     QTest::keyClick(m_stage.table(), Qt::Key_Up);
-    QCOMPARE(form()->effect(), m_stage.effect(2));
+    QVERIFY(edits(2));
 }
 
 void MetaWidgetFormsTest::aFormGoesWithItsEffect()
 {
-    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2));
+    m_stage.open(sweepXml(1) + sweepXml(2));
     m_stage.select(0);
     m_stage.widget->handleDeleteEffect();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    const PlainForm* const next = form(); // that of what is selected now, if anything is
-    QVERIFY(next == nullptr || next->effect() == m_stage.effect(2));
+    QVERIFY(m_stage.effect(1) == nullptr);
+    QVERIFY(form() == nullptr || edits(2)); // that of what is selected now, if anything is
 }
 
 void MetaWidgetFormsTest::aFormGoesWithItsShow()
 {
-    m_stage.open(EditorStage::effectXml(1));
+    m_stage.open(sweepXml(1));
     m_stage.select(0);
-    Root other = m_stage.parse(EditorStage::effectXml(5));
+    Root other = m_stage.parse(sweepXml(5));
     m_stage.widget->setMetaEffect(other.get());
     m_stage.widget->rebuildTable();
     m_stage.root = std::move(other);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(PlainForm::count(), 0);
+    QCOMPARE(formCount(), 0);
     QCOMPARE(m_stage.parameterBox()->title(), QStringLiteral("Effect Parameters"));
     m_stage.select(0);
-    QCOMPARE(form()->effect(), m_stage.effect(5));
+    QVERIFY(edits(5));
 }
 
 void MetaWidgetFormsTest::aTypeChangeBringsAnotherForm()
@@ -223,33 +199,36 @@ void MetaWidgetFormsTest::aTypeChangeBringsAnotherForm()
         .setValue(QStringLiteral("askeffectchange"), false);
     m_stage.open(EditorStage::effectXml(1));
     m_stage.select(0);
-    const QPointer<PlainForm> first(form());
+    const QPointer<EffectForm> first(form());
     m_stage.widget->handleEffectTypeChanged(m_stage.effect(1), QStringLiteral("Sweep"));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(first.isNull());
-    QCOMPARE(form()->effect(), m_stage.effect(1));
+    QVERIFY(edits(1));
 }
 
 void MetaWidgetFormsTest::aFormMayBeReplacedInTheMiddleOfItsWork()
 {
-    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2));
+    m_stage.open(EditorStage::effectXml(1, QString(), "Animation") + sweepXml(2));
     m_stage.select(0);
-    const QPointer<PlainForm> first(form());
-    connect(first, &PlainForm::flashEffectPreloadToggled, this, [this] { m_stage.select(1); });
-    emit first->flashEffectPreloadToggled(true); // as from within one of its dialogs
+    const QPointer<FlashEffectWidget> first(qobject_cast<FlashEffectWidget*>(form()));
     QVERIFY(!first.isNull());
-    QCOMPARE(form()->effect(), m_stage.effect(2));
+    connect(first, &FlashEffectWidget::flashEffectPreloadToggled, this,
+            [this] { m_stage.select(1); });
+    first->preloadToggled(true);
+    QVERIFY(!first.isNull());
+    QVERIFY(edits(2));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(first.isNull());
 }
 
 void MetaWidgetFormsTest::loadingPicturesPausesTheEngine()
 {
-    m_stage.open(EditorStage::effectXml(1));
+    m_stage.open(EditorStage::effectXml(1, QString(), "Animation"));
     m_stage.select(0);
     QSignalSpy pauses(m_stage.widget.get(), &MetaWidget::pauseEffectEngine);
-    emit form()->flashEffectPreloadToggled(true);
-    emit form()->flashEffectPreloadToggled(false);
+    auto* const film = qobject_cast<FlashEffectWidget*>(form());
+    QVERIFY(film != nullptr);
+    film->preloadToggled(true);
     QCOMPARE(pauses.count(), 2);
     QCOMPARE(pauses.at(0).at(0).toBool(), true);
     QCOMPARE(pauses.at(1).at(0).toBool(), false);
@@ -257,7 +236,7 @@ void MetaWidgetFormsTest::loadingPicturesPausesTheEngine()
 
 void MetaWidgetFormsTest::aMapThatIsLoadedLeavesTheForm()
 {
-    m_stage.open(EditorStage::effectXml(1, QStringLiteral("<gid>4096</gid>")));
+    m_stage.open(EditorStage::effectXml(1, QStringLiteral("<gid>4096</gid>"), "Sweep"));
     m_stage.select(0);
     QCOMPARE(m_stage.text(0, MetaWidget::GroupColumn), QStringLiteral("Facade"));
     QVERIFY(m_stage.loadMap(QStringLiteral("<map><version>1</version></map>")));
@@ -265,7 +244,7 @@ void MetaWidgetFormsTest::aMapThatIsLoadedLeavesTheForm()
     m_stage.widget->rebuildTable();
     QCOMPARE(m_stage.text(0, MetaWidget::GroupColumn), QStringLiteral("None"));
     m_stage.select(0);
-    QCOMPARE(form()->effect(), m_stage.effect(1));
+    QVERIFY(edits(1));
     QVERIFY(m_stage.loadMap(EditorStage::mapXml()));
 }
 
@@ -331,10 +310,19 @@ void MetaWidgetFormsTest::aRebuiltTableOffersEachRowItsTypes()
 
 void MetaWidgetFormsTest::theDemoMakesTheForm()
 {
-    m_stage.open(EditorStage::effectXml(1));
+    m_stage.open(sweepXml(1));
     m_stage.widget->demoStart();
-    QVERIFY(form() != nullptr); // one without a colour to choose
+    QVERIFY(edits(1)); // one without a colour to choose
     QVERIFY(QApplication::activeModalWidget() == nullptr);
+}
+
+void MetaWidgetFormsTest::theDemoAsksForTheColor()
+{
+    m_stage.open(EditorStage::effectXml(1));
+    QString title;
+    whenDialogOpens<QDialog>([&title](QDialog* dialog) { title = dialog->windowTitle(); });
+    m_stage.widget->demoStart();
+    QCOMPARE(title, QStringLiteral("Select Color"));
 }
 
 QTEST_MAIN(MetaWidgetFormsTest)
