@@ -138,7 +138,8 @@ public:
     {
         const auto* const form = bench.window->findChild<EffectForm*>();
         for (QPushButton* const candidate : form->findChildren<QPushButton*>()) {
-            if (candidate->text() == QLatin1String(text)) {
+            // Without the sign of its key.
+            if (candidate->text().remove(QLatin1Char('&')) == QLatin1String(text)) {
                 return candidate;
             }
         }
