@@ -138,7 +138,8 @@ void VelaColor::setNamedColor(const QString& text)
         setRgb8(color.red(), color.green(), color.blue(), color.alpha());
         return;
     }
-    qWarning("VelaColor::setNamedColor: Unknown color name '%s'", text.left(100).toLatin1().constData());
+    qWarning("VelaColor::setNamedColor: Unknown color name '%s'",
+             text.left(100).toLatin1().constData());
     reset();
 }
 

@@ -1,8 +1,8 @@
 #include "editor/EffectClipboard.h"
 
+#include "color/XmlDepth.h"
 #include "engine/Effect.h"
 #include "engine/EffectFactory.h"
-#include "color/XmlDepth.h"
 
 #include <QDomDocument>
 #include <QStringList>

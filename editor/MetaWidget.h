@@ -179,8 +179,8 @@ private:
 
     QWidget* m_parameterWidget = nullptr; // the present form, or null
     QMetaObject::Connection m_formsEffect;
-    QPointer<MetaEffect> m_metaEffect;    // not owned
-    MapModel* m_model = nullptr;          // not owned
+    QPointer<MetaEffect> m_metaEffect; // not owned
+    MapModel* m_model = nullptr;       // not owned
     QVector<QPointer<Effect>> m_startLinkTargets;
     QVector<QPointer<Effect>> m_endLinkTargets;
     QStringList m_typeNames;

@@ -34,11 +34,10 @@ void FormGalleryTest::everyFormFitsTheWindow()
         }
         forms.insert(name);
         const QSize size = bench.window->size();
-        QVERIFY2(size == QSize(1280, 800),
-                 qPrintable(QStringLiteral("%1: %2 x %3")
-                                .arg(QString::fromLatin1(name))
-                                .arg(size.width())
-                                .arg(size.height())));
+        QVERIFY2(size == QSize(1280, 800), qPrintable(QStringLiteral("%1: %2 x %3")
+                                                          .arg(QString::fromLatin1(name))
+                                                          .arg(size.width())
+                                                          .arg(size.height())));
         const QSize needed = form->minimumSizeHint();
         QVERIFY2(form->width() >= needed.width() && form->height() >= needed.height(),
                  name.constData());

@@ -67,7 +67,8 @@ void PickerDemoTest::theGalleryHoldsEveryPage()
 
 void PickerDemoTest::anUnwritableGalleryIsReported()
 {
-    QCOMPARE(pickerDemo({QStringLiteral("--gallery"), QStringLiteral("/dev/null/gallery")}).code, 1);
+    QCOMPARE(pickerDemo({QStringLiteral("--gallery"), QStringLiteral("/dev/null/gallery")}).code,
+             1);
 }
 
 QTEST_GUILESS_MAIN(PickerDemoTest)
