@@ -1,16 +1,13 @@
 #pragma once
 
-#include <QWidget>
-
-class QLabel;
-class QSpinBox;
+#include "picker/TrackRow.h"
 
 namespace VelaColorPickerLib {
 
 class CCTPickerWidget;
 
 /// The row of the colour temperature: label, track and spin box, 1900..11000 K.
-class ColorTempSliderWidget final : public QWidget
+class ColorTempSliderWidget final : public TrackRow
 {
     Q_OBJECT
 public:
@@ -23,10 +20,6 @@ public:
     /// The tint of the whites along the track.
     void setTint(int tint);
 
-    /// For a column of rows to line up.
-    QLabel* label() const { return m_label; }
-    QSpinBox* spinBox() const { return m_spinBox; }
-
 signals:
     void colorTempChanged(int colorTemp);
 
@@ -35,9 +28,9 @@ public slots:
     void on_colorTempSpinBox_valueChanged(int value);
 
 private:
-    QLabel* m_label;
+    ColorTempSliderWidget(CCTPickerWidget* picker, QWidget* parent);
+
     CCTPickerWidget* m_picker;
-    QSpinBox* m_spinBox;
 };
 
 } // namespace VelaColorPickerLib

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <QWidget>
-
-class QLabel;
-class QSpinBox;
+#include "picker/TrackRow.h"
 
 namespace VelaColorPickerLib {
 
@@ -11,7 +8,7 @@ class TintPickerWidget;
 
 /// The row of the tint: label, track and spin box, -32767 (towards magenta) to 32767 (towards
 /// green).
-class ColorTintSliderWidget final : public QWidget
+class ColorTintSliderWidget final : public TrackRow
 {
     Q_OBJECT
 public:
@@ -23,10 +20,6 @@ public:
     /// The temperature, in kelvin, of the whites along the track.
     void setColorTemp(int cct);
 
-    /// For a column of rows to line up.
-    QLabel* label() const { return m_label; }
-    QSpinBox* spinBox() const { return m_spinBox; }
-
 signals:
     void colorTintChanged(int tint);
 
@@ -35,9 +28,9 @@ public slots:
     void on_colorTintSpinBox_valueChanged(int value);
 
 private:
-    QLabel* m_label;
+    ColorTintSliderWidget(TintPickerWidget* picker, QWidget* parent);
+
     TintPickerWidget* m_picker;
-    QSpinBox* m_spinBox;
 };
 
 } // namespace VelaColorPickerLib

@@ -1,16 +1,14 @@
 #pragma once
 
 #include "picker/ColorTrack.h"
+#include "picker/TrackRow.h"
 
-#include <QWidget>
-
-class QLabel;
-class QSpinBox;
+#include <QString>
 
 namespace VelaColorPickerLib {
 
 /// One channel of a fixture: name, slider and spin box, 0..255.
-class DmxSliderWidget final : public QWidget
+class DmxSliderWidget final : public TrackRow
 {
     Q_OBJECT
 public:
@@ -18,15 +16,12 @@ public:
 
     QString name() const;
     void setName(const QString& name);
-    int value() const;
+    int value() const { return shownValue(); }
     /// Limited to 0..255; emits nothing.
-    void setValue(int value);
+    void setValue(int value) { showValue(value); }
     /// What the slider's track shows at 0..255, and that it is to be asked again.
     void setColorAt(const ColorTrack::ColorAt& colorAt);
     void refreshTrack();
-
-    /// For a column of rows to line up.
-    QLabel* label() const { return m_label; }
 
 signals:
     void valueChanged(int value);
@@ -34,11 +29,6 @@ signals:
 public slots:
     void onSliderChanged(int value);
     void onSpinBoxChanged(int value);
-
-private:
-    QLabel* m_label;
-    ColorTrack* m_slider;
-    QSpinBox* m_spinBox;
 };
 
 } // namespace VelaColorPickerLib

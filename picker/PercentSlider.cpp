@@ -2,10 +2,6 @@
 
 #include "picker/ColorTrack.h"
 
-#include <QFontMetrics>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QSignalBlocker>
 #include <QSpinBox>
 
 namespace VelaColorPickerLib {
@@ -14,53 +10,29 @@ namespace {
 
 constexpr int kFull = 100;
 
+ColorTrack* makeTrack()
+{
+    auto* const track = new ColorTrack;
+    track->setObjectName(QStringLiteral("track"));
+    track->setRange(0, kFull);
+    track->setValue(kFull);
+    track->setStops(2);
+    track->setPageStep(10);
+    return track;
+}
+
 } // namespace
 
 PercentSlider::PercentSlider(const QString& label, const QString& name, const QString& toolTip,
                              QWidget* parent)
-    : QWidget(parent)
-    , m_label(new QLabel(label, this))
-    , m_track(new ColorTrack(this))
-    , m_spinBox(new QSpinBox(this))
+    : TrackRow(label, makeTrack(), parent)
 {
-    m_label->setBuddy(m_spinBox);
-    m_track->setObjectName(QStringLiteral("track"));
-    m_track->setRange(0, kFull);
-    m_track->setStops(2);
-    m_track->setPageStep(10);
-    m_track->setAccessibleName(tr("%1 track").arg(name));
-    m_track->setToolTip(toolTip);
-    m_spinBox->setObjectName(QStringLiteral("spinBox"));
-    m_spinBox->setRange(0, kFull);
-    m_spinBox->setSuffix(tr(" %"));
-    m_spinBox->setAlignment(Qt::AlignRight);
-    m_spinBox->setKeyboardTracking(false);
-    m_spinBox->setAccessibleName(name);
-    m_spinBox->setToolTip(toolTip);
-    setPercent(kFull);
+    spinBox()->setObjectName(QStringLiteral("spinBox"));
+    spinBox()->setSuffix(tr(" %"));
+    describe(tr("%1 track").arg(name), name, toolTip);
 
-    auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(fontMetrics().height() / 2);
-    row->addWidget(m_label);
-    row->addWidget(m_track, 1);
-    row->addWidget(m_spinBox);
-
-    connect(m_track, &QSlider::valueChanged, this, &PercentSlider::take);
-    connect(m_spinBox, qOverload<int>(&QSpinBox::valueChanged), this, &PercentSlider::take);
-}
-
-int PercentSlider::percent() const
-{
-    return m_track->value();
-}
-
-void PercentSlider::setPercent(int percent)
-{
-    const QSignalBlocker trackBlocker(m_track);
-    const QSignalBlocker spinBlocker(m_spinBox);
-    m_track->setValue(percent);
-    m_spinBox->setValue(percent);
+    connect(track(), &QSlider::valueChanged, this, &PercentSlider::take);
+    connect(spinBox(), qOverload<int>(&QSpinBox::valueChanged), this, &PercentSlider::take);
 }
 
 void PercentSlider::take(int percent)

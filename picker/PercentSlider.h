@@ -1,18 +1,13 @@
 #pragma once
 
-#include <QString>
-#include <QWidget>
+#include "picker/TrackRow.h"
 
-class QLabel;
-class QSpinBox;
+#include <QString>
 
 namespace VelaColorPickerLib {
 
-class ColorTrack;
-
-/// A label, a track that shows what it would do, and a number in percent; the two follow each
-/// other.
-class PercentSlider : public QWidget
+/// A row of percents, 0..100.
+class PercentSlider : public TrackRow
 {
     Q_OBJECT
 public:
@@ -20,24 +15,16 @@ public:
                   QWidget* parent);
 
     /// 0..100
-    int percent() const;
+    int percent() const { return shownValue(); }
     /// Limited to 0..100. Emits nothing.
-    void setPercent(int percent);
-    QLabel* label() const { return m_label; }
+    void setPercent(int percent) { showValue(percent); }
 
 signals:
     /// The user moved it.
     void percentChanged(int percent);
 
-protected:
-    ColorTrack* track() const { return m_track; }
-
 private:
     void take(int percent);
-
-    QLabel* m_label;
-    ColorTrack* m_track;
-    QSpinBox* m_spinBox;
 };
 
 } // namespace VelaColorPickerLib
