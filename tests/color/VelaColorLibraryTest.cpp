@@ -4,12 +4,16 @@
 #include "color/VelaColorLibraryItem.h"
 
 #include <QAbstractItemModelTester>
+#include <QCursor>
 #include <QDataStream>
 #include <QDir>
 #include <QDomDocument>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QMimeData>
 #include <QObject>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -81,6 +85,9 @@ private slots:
     void swatchesTellTheirColors();
     void aSavedLibraryComesBack();
     void savingBeforeALoadWritesNothing();
+    void anotherFileDoesNotOpenTheWayForASave();
+    void aLoadIsLoggedUnderTheWaitCursor();
+    void whatIsSavedIsLogged();
     void theProjectsListIsNeverSaved();
     void anEmptyExplicitListIsNotSaved();
     void listsDoNotMultiplyFromRunToRun();
@@ -88,6 +95,9 @@ private slots:
     void aBrokenFileIsKeptBeside();
     void missingAttributesGetTheirDefaults();
     void aKnownNameGetsANumber();
+    void theFirstFreeNumberIsTaken_data();
+    void theFirstFreeNumberIsTaken();
+    void thousandsOfOneNameAreRead();
     void librariesAreFoundUnderAnyRoot();
     void importedListsAreTheUsers();
     void importTellsWhatIsWrong_data();
@@ -129,6 +139,7 @@ void VelaColorLibraryTest::startsWithTwoLists()
 {
     const Library library;
     QCOMPARE(listNames(library), QStringList({kExplicit, kProject}));
+    QVERIFY(!library.isDirty());
     QVERIFY(library.itemAt(library.listIndex(kExplicit))->isUserLibrary());
     QVERIFY(!library.itemAt(library.listIndex(kProject))->isUserLibrary());
     QCOMPARE(library.listIndex(kProject).data(261).toInt(), 1);
@@ -199,6 +210,58 @@ void VelaColorLibraryTest::savingBeforeALoadWritesNothing()
     library.load(); // saves what waits first, which is still refused
     QVERIFY(library.save());
     QVERIFY(QFile::exists(Library::userFile()));
+}
+
+void VelaColorLibraryTest::anotherFileDoesNotOpenTheWayForASave()
+{
+    QVERIFY(QDir().mkpath(Library::userFolder()));
+    const QByteArray mine = document(userList("Mine", swatch("u1", "Kept")));
+    QVERIFY(writeFile(Library::userFile(), mine));
+    const QTemporaryDir dir;
+    const QString other = dir.filePath(QStringLiteral("other.velacolors"));
+    QVERIFY(writeFile(other, document(userList("Other", swatch("u2", "x")))));
+    Library library;
+    QVERIFY(library.load(other));
+    library.insertColor(Qt::red, QStringLiteral("R"), QString(), kExplicit, QString());
+    QVERIFY(!library.save());
+    QCOMPARE(readFile(Library::userFile()), mine);
+    QVERIFY(library.load());
+    QVERIFY(library.save());
+    QVERIFY(readFile(Library::userFile()).contains("Kept"));
+    QVERIFY(readFile(Library::userFile()).contains("Other"));
+}
+
+void VelaColorLibraryTest::aLoadIsLoggedUnderTheWaitCursor()
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("a.velacolors"));
+    QVERIFY(writeFile(path, document(userList("L", swatch("u", "x")))));
+    Library library;
+    int busy = 0;
+    connect(&library, &Library::rowsInserted, this, [&busy] {
+        const QCursor* const cursor = QGuiApplication::overrideCursor();
+        busy += cursor != nullptr && cursor->shape() == Qt::WaitCursor ? 1 : 0;
+    });
+    QTest::ignoreMessage(QtDebugMsg, qPrintable(QStringLiteral("Filepath: ") + path));
+    QTest::ignoreMessage(QtDebugMsg, "opened 1");
+    QVERIFY(library.load(path));
+    QCOMPARE(busy, 2); // the list and its swatch
+    QVERIFY(QGuiApplication::overrideCursor() == nullptr);
+    QTest::ignoreMessage(QtDebugMsg, qPrintable(QStringLiteral("Filepath: ") + dir.path()));
+    QTest::ignoreMessage(QtDebugMsg, "opened 0");
+    QVERIFY(!library.load(dir.path()));
+    QVERIFY(QGuiApplication::overrideCursor() == nullptr);
+}
+
+void VelaColorLibraryTest::whatIsSavedIsLogged()
+{
+    Library library;
+    library.load();
+    QTest::ignoreMessage( // its attributes in any order
+        QtDebugMsg, QRegularExpression(QStringLiteral("^<ColorLibraryList>\n <ColorLibrary "
+                                                      "[^>]*name=\"Empty\"[^>]*/>\n"
+                                                      "</ColorLibraryList>\n$")));
+    library.createColorList(QStringLiteral("Empty"), true);
 }
 
 void VelaColorLibraryTest::theProjectsListIsNeverSaved()
@@ -295,6 +358,65 @@ void VelaColorLibraryTest::aKnownNameGetsANumber()
     QVERIFY(library.load(path));
     QCOMPARE(listNames(library).mid(2),
              QStringList({QStringLiteral("L"), QStringLiteral("L 2"), QStringLiteral("L 3")}));
+}
+
+void VelaColorLibraryTest::theFirstFreeNumberIsTaken_data()
+{
+    QTest::addColumn<QStringList>("lists");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("entered");
+    QTest::newRow("free") << QStringList{"A"} << "B"
+                          << "B";
+    QTest::newRow("another case") << QStringList{"A"} << "a"
+                                  << "a";
+    QTest::newRow("taken") << QStringList{"A"} << "A"
+                           << "A 2";
+    QTest::newRow("the next is taken too") << QStringList({"A", "A 2", "A 3"}) << "A"
+                                           << "A 4";
+    QTest::newRow("a gap") << QStringList({"A", "A 3"}) << "A"
+                           << "A 2";
+    QTest::newRow("a number behind a number") << QStringList({"A", "A 2"}) << "A 2"
+                                              << "A 2 2";
+    QTest::newRow("percent signs") << QStringList{"50%1 %2"} << "50%1 %2"
+                                   << "50%1 %2 2";
+    QTest::newRow("empty") << QStringList{""} << ""
+                           << " 2";
+}
+
+void VelaColorLibraryTest::theFirstFreeNumberIsTaken()
+{
+    QFETCH(const QStringList, lists);
+    QFETCH(const QString, name);
+    QFETCH(const QString, entered);
+    Library library;
+    for (const QString& list : lists) {
+        library.createColorList(list, true);
+    }
+    QCOMPARE(library.uniqueListName(name), entered);
+    library.createColorList(entered, true);
+    QVERIFY(library.uniqueListName(name) != entered);
+    // What is given up is free again, by removal and by another name.
+    QVERIFY(library.removeRow(library.listIndex(entered).row()));
+    QCOMPARE(library.uniqueListName(name), entered);
+    library.createColorList(entered, true);
+    library.uniqueListName(name);
+    QVERIFY(library.setData(library.listIndex(entered), QStringLiteral("Z"), Qt::EditRole));
+    QCOMPARE(library.uniqueListName(name), entered);
+}
+
+void VelaColorLibraryTest::thousandsOfOneNameAreRead()
+{
+    constexpr int kLists = 20000; // minutes, were each number tried for each list
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("a.velacolors"));
+    QVERIFY(writeFile(path, document(userList("L", swatch("u", "x")).repeated(kLists))));
+    Library library;
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(library.load(path));
+    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(library.rowCount(), 2 + kLists);
+    QVERIFY(library.listIndex(QStringLiteral("L 20000")).isValid());
 }
 
 void VelaColorLibraryTest::librariesAreFoundUnderAnyRoot()
@@ -396,6 +518,15 @@ void VelaColorLibraryTest::namesThatXmlCantHoldAreCleaned()
     QVERIFY(again.load());
     QCOMPARE(swatchNames(again, kExplicit).at(0), QStringLiteral("abc"));
     QCOMPARE(swatchNames(again, kExplicit).at(1).size(), 1000);
+    // A list's too, from a file.
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("a.velacolors"));
+    QVERIFY(writeFile(path, document(userList(QByteArray(1 << 20, 'l'), swatch("u", "x")))));
+    QVERIFY(again.importFile(path));
+    QVERIFY(again.importFile(path));
+    const QString cut(1000, QLatin1Char('l'));
+    QCOMPARE(listNames(again).mid(2), QStringList({cut, cut + QStringLiteral(" 2")}));
+    QCOMPARE(swatchNames(again, cut), QStringList{QStringLiteral("x")});
 }
 
 void VelaColorLibraryTest::aColorIsFoundByItsUid()
@@ -448,6 +579,10 @@ void VelaColorLibraryTest::builtInsComeOnce()
     QCOMPARE(library.itemAt(library.index(20, 0, list))->color().toString(),
              VelaColor(0.50563, 0.4152).toString());
     QVERIFY(!library.itemAt(list)->isUserLibrary());
+    for (int row = 0; row < names.size(); ++row) {
+        const VelaColorLibraryItem* const item = library.itemAt(library.index(row, 0, list));
+        QVERIFY(item->originatingPreset().isEmpty() && item->colorId().isEmpty());
+    }
     library.insertColor(Qt::red, QStringLiteral("R"), QString(), kExplicit, QString());
     QVERIFY(!readFile(Library::userFile()).contains("Halden"));
 }
