@@ -145,3 +145,7 @@ private:
     bool m_dirty = false;
     bool m_started = false;
 };
+
+namespace VelaColorPickerLib {
+using ::VelaColorLibrary;
+} // namespace VelaColorPickerLib

@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace VelaColorPickerLib {
 
@@ -216,6 +217,10 @@ QModelIndexList VelaColorLibraryTreeView::selectedColors() const
     colors.erase(std::remove_if(colors.begin(), colors.end(),
                                 [](const QModelIndex& item) { return !isColor(item); }),
                  colors.end());
+    std::sort(colors.begin(), colors.end(), [](const QModelIndex& a, const QModelIndex& b) {
+        return std::make_pair(a.parent().row(), a.row()) <
+               std::make_pair(b.parent().row(), b.row());
+    });
     return colors;
 }
 
@@ -262,7 +267,9 @@ void VelaColorLibraryTreeView::handleDoubleClicked(const QModelIndex& index)
 {
     if (isColor(index)) {
         const std::unique_ptr<QMimeData> mime(m_library->mimeData({toLibrary(index)}));
-        emit doubleClickedOnWidget(*mime);
+        if (mime != nullptr) {
+            emit doubleClickedOnWidget(*mime);
+        }
     }
 }
 
@@ -356,9 +363,9 @@ void VelaColorLibraryTreeView::renameCurrent()
 
 void VelaColorLibraryTreeView::copySelected()
 {
-    const QModelIndexList colors = selectedColors();
-    if (!colors.isEmpty()) {
-        QApplication::clipboard()->setMimeData(m_library->mimeData(colors));
+    std::unique_ptr<QMimeData> mime(m_library->mimeData(selectedColors()));
+    if (mime != nullptr) {
+        QApplication::clipboard()->setMimeData(mime.release());
     }
 }
 
@@ -429,9 +436,17 @@ void VelaColorLibraryTreeView::mouseReleaseEvent(QMouseEvent* event)
 void VelaColorLibraryTreeView::drag(const QModelIndex& index)
 {
     const VelaColorLibraryItem* const item = itemAt(index);
+    QModelIndexList colors = selectedColors();
+    if (!colors.contains(toLibrary(index))) {
+        colors = {toLibrary(index)};
+    }
+    std::unique_ptr<QMimeData> mime(m_library->mimeData(colors));
+    if (mime == nullptr) {
+        return;
+    }
     const int side = 2 * fontMetrics().height();
     auto* const drag = new QDrag(this);
-    drag->setMimeData(m_library->mimeData({toLibrary(index)}));
+    drag->setMimeData(mime.release());
     drag->setPixmap(swatchPixmap(item->color(), QSize(side, side), devicePixelRatioF()));
     drag->exec(Qt::CopyAction);
 }

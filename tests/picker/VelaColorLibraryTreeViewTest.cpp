@@ -139,6 +139,8 @@ private slots:
     void deleteKeyTakesColorsOnly();
     void whatComesWithTheProgramIsNeitherRenamedNorDeleted();
     void aDragCarriesTheSwatch();
+    void aDragCarriesTheOtherSelectedSwatches();
+    void swatchesWithoutAColorAreNotCarried();
     void aDropAddsToTheList();
     void foreignDropsDoNothing();
     void typingAsksForAFilter();
@@ -421,6 +423,48 @@ void VelaColorLibraryTreeViewTest::aDragCarriesTheSwatch()
 
     Bench other;
     QVERIFY(startDrag(other.tree.viewport(), &other.tree, other.at(userList())) == nullptr);
+}
+
+void VelaColorLibraryTreeViewTest::aDragCarriesTheOtherSelectedSwatches()
+{
+    const auto namesOfDrag = [](const char* pressed) {
+        Bench bench;
+        bench.click(QStringLiteral("Red"));
+        bench.click(QStringLiteral("Sea"), Qt::ControlModifier);
+        bench.click(QStringLiteral("Amber"), Qt::ControlModifier);
+        bench.click(userList(), Qt::ControlModifier);
+        const QDrag* const drag =
+            startDrag(bench.tree.viewport(), &bench.tree, bench.at(QString::fromLatin1(pressed)));
+        QStringList names;
+        if (drag != nullptr) {
+            for (const ColorMime::Swatch& swatch : ColorMime::readColors(drag->mimeData())) {
+                names.append(swatch.name);
+            }
+        }
+        return names;
+    };
+    QCOMPARE(namesOfDrag("Sea"), QStringList({"Amber", "Sea", "Red"})); // as in the tree
+    QCOMPARE(namesOfDrag("Sea Green"), QStringList({"Sea Green"}));     // not one of them
+}
+
+void VelaColorLibraryTreeViewTest::swatchesWithoutAColorAreNotCarried()
+{
+    Bench bench;
+    for (const char* const name : {"None", "Nothing"}) {
+        bench.library.insertColor(VelaColor(), QString::fromLatin1(name), QString(), userList(),
+                                  QString());
+    }
+    QApplication::clipboard()->setText(QStringLiteral("before"));
+    QSignalSpy clicked(&bench.tree, &QTreeView::doubleClicked);
+    bench.click(QStringLiteral("None"));
+    QTest::mouseDClick(bench.tree.viewport(), Qt::LeftButton, {}, bench.at(QStringLiteral("None")));
+    QCOMPARE(clicked.count(), 1);
+    bench.click(QStringLiteral("Nothing"), Qt::ControlModifier);
+    QCOMPARE(bench.tree.selectedItems().size(), 2);
+    QTest::keySequence(&bench.tree, QKeySequence::Copy);
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("before"));
+    QVERIFY(startDrag(bench.tree.viewport(), &bench.tree, bench.at(QStringLiteral("None"))) ==
+            nullptr);
 }
 
 void VelaColorLibraryTreeViewTest::aDropAddsToTheList()
