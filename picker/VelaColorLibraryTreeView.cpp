@@ -436,9 +436,12 @@ void VelaColorLibraryTreeView::mouseReleaseEvent(QMouseEvent* event)
 void VelaColorLibraryTreeView::drag(const QModelIndex& index)
 {
     const VelaColorLibraryItem* const item = itemAt(index);
+    const QModelIndex pressed = toLibrary(index);
     QModelIndexList colors = selectedColors();
-    if (!colors.contains(toLibrary(index))) {
-        colors = {toLibrary(index)};
+    if (colors.removeOne(pressed)) {
+        colors.prepend(pressed); // what takes one colour takes the one that the drag shows
+    } else {
+        colors = {pressed};
     }
     std::unique_ptr<QMimeData> mime(m_library->mimeData(colors));
     if (mime == nullptr) {
