@@ -17,10 +17,11 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
-#include <utility>
 
 namespace VelaColorPickerLib {
 
@@ -29,6 +30,17 @@ namespace {
 QModelIndex listOf(const QModelIndex& item)
 {
     return item.parent().isValid() ? item.parent() : item;
+}
+
+/// Of the library's indexes: each list in front of its swatches.
+bool isAbove(const QModelIndex& a, const QModelIndex& b)
+{
+    const int aList = listOf(a).row();
+    const int bList = listOf(b).row();
+    if (aList != bList) {
+        return aList < bList;
+    }
+    return a.parent().isValid() == b.parent().isValid() ? a.row() < b.row() : b.parent().isValid();
 }
 
 QString settingsKey(const QModelIndex& list)
@@ -217,10 +229,7 @@ QModelIndexList VelaColorLibraryTreeView::selectedColors() const
     colors.erase(std::remove_if(colors.begin(), colors.end(),
                                 [](const QModelIndex& item) { return !isColor(item); }),
                  colors.end());
-    std::sort(colors.begin(), colors.end(), [](const QModelIndex& a, const QModelIndex& b) {
-        return std::make_pair(a.parent().row(), a.row()) <
-               std::make_pair(b.parent().row(), b.row());
-    });
+    std::sort(colors.begin(), colors.end(), isAbove);
     return colors;
 }
 
@@ -390,16 +399,29 @@ void VelaColorLibraryTreeView::deleteSelected()
 
 void VelaColorLibraryTreeView::deleteItems(const QModelIndexList& items)
 {
-    QList<QPersistentModelIndex> doomed;
-    for (const QModelIndex& item : items) {
-        if (canDelete(item)) {
-            doomed.append(item);
+    QModelIndexList doomed;
+    std::copy_if(items.begin(), items.end(), std::back_inserter(doomed), canDelete);
+    QSet<QModelIndex> lists;
+    for (const QModelIndex& item : qAsConst(doomed)) {
+        if (!isColor(item)) {
+            lists.insert(item);
         }
     }
-    for (const QPersistentModelIndex& item : qAsConst(doomed)) {
-        if (item.isValid()) { // not gone with its list
-            m_library->removeRow(item.row(), item.parent());
+    doomed.erase(std::remove_if(doomed.begin(), doomed.end(),
+                                [&lists](const QModelIndex& item) {
+                                    return lists.contains(item.parent()); // goes with it
+                                }),
+                 doomed.end());
+    // From the end, so that what is left keeps its rows; a run at once, for each removal is saved.
+    std::sort(doomed.begin(), doomed.end(), isAbove);
+    while (!doomed.isEmpty()) {
+        const QModelIndex last = doomed.takeLast();
+        int first = last.row();
+        while (!doomed.isEmpty() && doomed.last() == last.siblingAtRow(first - 1)) {
+            doomed.removeLast();
+            --first;
         }
+        m_library->removeRows(first, last.row() - first + 1, last.parent());
     }
 }
 

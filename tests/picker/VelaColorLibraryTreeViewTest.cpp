@@ -137,6 +137,7 @@ private slots:
     void copyAndPasteByKeys();
     void foreignDataOnTheClipboardIsNotPasted();
     void deleteKeyTakesColorsOnly();
+    void neighboursAreDeletedAtOnce();
     void whatComesWithTheProgramIsNeitherRenamedNorDeleted();
     void aDragCarriesTheSwatch();
     void aDragCarriesTheOtherSelectedSwatches();
@@ -401,6 +402,38 @@ void VelaColorLibraryTreeViewTest::deleteKeyTakesColorsOnly()
     bench.click(QStringLiteral("Sea"), Qt::ControlModifier);
     QTest::keyClick(&bench.tree, Qt::Key_Delete);
     QCOMPARE(bench.names(userList()), QStringList());
+}
+
+void VelaColorLibraryTreeViewTest::neighboursAreDeletedAtOnce()
+{
+    Bench bench;
+    for (const char* const name : {"1", "2", "3", "4", "5", "6"}) {
+        bench.add(userList(), name, Qt::red, "");
+    }
+    bench.library.createColorList(QStringLiteral("Last"), true);
+    bench.add(QStringLiteral("Last"), "7", Qt::red, "");
+    bench.tree.expandAll();
+    bench.tree.resize(320, 1000);
+    const QSignalSpy changes(&bench.library, &VelaColorLibrary::changed);
+    bench.click(QStringLiteral("4"));
+    bench.click(QStringLiteral("1"), Qt::ControlModifier);
+    for (const char* const name : {"3", "Sea", "6", "7", "Red", "Wall"}) {
+        bench.click(QString::fromLatin1(name), Qt::ControlModifier);
+    }
+    QTest::keyClick(&bench.tree, Qt::Key_Delete);
+    QCOMPARE(bench.names(userList()), QStringList({"Amber", "2", "5"}));
+    QCOMPARE(bench.names(QStringLiteral("Last")), QStringList());
+    QCOMPARE(bench.names(programList()), QStringList({"Red", "Sea Green"}));
+    QCOMPARE(bench.names(VelaColorLibrary::projectListName()), QStringList());
+    QCOMPARE(changes.count(), 5); // 7; 6; 3 and 4; Sea and 1; Wall
+    // Lists too, with swatches of them and of others.
+    bench.click(userList());
+    for (const char* const name : {"5", "Last", "Explicit Colors", "Amber"}) {
+        bench.click(QString::fromLatin1(name), Qt::ControlModifier);
+    }
+    bench.tree.deleteSelected();
+    QCOMPARE(bench.shown(),
+             QStringList({"Project Swatches", "Halden Swatches", "Red", "Sea Green"}));
 }
 
 void VelaColorLibraryTreeViewTest::whatComesWithTheProgramIsNeitherRenamedNorDeleted()
