@@ -78,7 +78,7 @@ QString VelaColorLibrary::uniqueListName(const QString& name) const
         return name;
     }
     for (int number = m_firstNumbers.value(name, 2);; ++number) {
-        const QString numbered = QStringLiteral("%1 %2").arg(name, QString::number(number));
+        QString numbered = QStringLiteral("%1 %2").arg(name, QString::number(number));
         if (!m_lists.contains(numbered)) {
             m_firstNumbers.insert(name, number); // a file may hold thousands of one name
             return numbered;
@@ -183,6 +183,8 @@ void VelaColorLibrary::listChanged(const VelaColorLibraryItem& list)
     if (m_loading) {
         return;
     }
+    // A copy: a listener may rename or remove the list.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const QString listId = list.name();
     emit changed(listId);
     onColorLibraryListChanged(listId);

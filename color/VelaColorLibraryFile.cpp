@@ -174,7 +174,7 @@ bool VelaColorLibrary::load(const QString& path, QString* error)
                 const VelaColorLibraryItem* const known = list(name);
                 const bool isEmptyOwn =
                     known != nullptr && known->isUserLibrary() && known->childCount() == 0;
-                const QString entered =
+                QString entered =
                     isEmptyOwn && !filled.contains(name) ? name : uniqueListName(name);
                 filled.insert(entered);
                 return entered;
@@ -205,7 +205,7 @@ void VelaColorLibrary::loadPresets()
             Loading(this).read(
                 document, file.filePath(),
                 [this](const QString& name) {
-                    const QString entered = uniqueListName(name);
+                    QString entered = uniqueListName(name);
                     createColorList(entered, false);
                     return entered;
                 },
