@@ -15,14 +15,6 @@ namespace {
 
 constexpr char kBuiltInList[] = "Halden Swatches";
 
-/// Names as long as a book are cut: nobody reads them, and each view lays them out.
-constexpr int kLongestName = 1000;
-
-QString plainName(const QString& name)
-{
-    return writableXml(name.left(kLongestName));
-}
-
 } // namespace
 
 VelaColorLibrary::VelaColorLibrary(QObject* parent)
@@ -32,6 +24,7 @@ VelaColorLibrary::VelaColorLibrary(QObject* parent)
     createColorList(explicitListName(), true);
     createColorList(projectListName(), false);
     list(projectListName())->setRole(kProjectRole, 1);
+    m_dirty = false; // there is nothing of the user's yet
 }
 
 VelaColorLibrary::~VelaColorLibrary() = default;
@@ -73,14 +66,21 @@ void VelaColorLibrary::startForPicker()
     }
 }
 
+QString VelaColorLibrary::plainName(const QString& name)
+{
+    constexpr int kLongestName = 1000; // nobody reads a book, and each view would lay it out
+    return writableXml(name.left(kLongestName));
+}
+
 QString VelaColorLibrary::uniqueListName(const QString& name) const
 {
     if (!m_lists.contains(name)) {
         return name;
     }
-    for (int number = 2;; ++number) {
-        const QString numbered = QStringLiteral("%1 %2").arg(name).arg(number);
+    for (int number = m_firstNumbers.value(name, 2);; ++number) {
+        QString numbered = QStringLiteral("%1 %2").arg(name, QString::number(number));
         if (!m_lists.contains(numbered)) {
+            m_firstNumbers.insert(name, number); // a file may hold thousands of one name
             return numbered;
         }
     }
@@ -183,6 +183,8 @@ void VelaColorLibrary::listChanged(const VelaColorLibraryItem& list)
     if (m_loading) {
         return;
     }
+    // A copy: a listener may rename or remove the list.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const QString listId = list.name();
     emit changed(listId);
     onColorLibraryListChanged(listId);
@@ -282,6 +284,7 @@ bool VelaColorLibrary::setData(const QModelIndex& index, const QVariant& value, 
     if (item->isList() && name != item->name()) {
         const QString listId = uniqueListName(name);
         m_lists.remove(item->name());
+        m_firstNumbers.clear();
         item->setName(listId);
         m_lists.insert(listId, item);
     } else {
@@ -360,6 +363,7 @@ void VelaColorLibrary::forget(const VelaColorLibraryItem& item)
 {
     if (item.isList()) {
         m_lists.remove(item.name());
+        m_firstNumbers.clear();
     } else {
         m_colors.remove(item.uid());
     }

@@ -43,12 +43,14 @@ public:
     void startForPicker();
     /// Reads the user's own lists, of the user's file by default: a list goes into the one of its
     /// name if that is empty, else under a name of its own. False, and `error` told, for what can't
-    /// be read; a file that is no XML is kept beside, for the next save replaces it.
+    /// be read; a file that is no XML is kept beside, for the next save replaces it. Only the
+    /// user's file opens the way for save().
     bool load(const QString& path = QString(), QString* error = nullptr);
-    /// Reads the preset files in the folder "Presets" beside the program, by name.
+    /// Reads the preset files in the folder "Presets" beside the program, by name. Their lists are
+    /// nobody's own, whatever the files say: saved with the user's they would come twice next time.
     void loadPresets();
     /// Writes the user's own lists to the user's file, which stays as it was where that fails. Does
-    /// nothing, and answers false, before a load.
+    /// nothing, and answers false, before that file was loaded.
     bool save();
     bool isDirty() const { return m_dirty; }
     /// Adds the lists of a file as the user's own. False, with the reason in `error`, for a file
@@ -127,6 +129,7 @@ private:
                                    const QString& listId, const QString& colorId);
     void forget(const VelaColorLibraryItem& item);
     void listChanged(const VelaColorLibraryItem& list);
+    static QString plainName(const QString& name);
     static bool readFile(const QString& path, QDomDocument* document, QString* error);
     QString newUid(const QString& wanted) const;
     static bool writeDocument(const QDomDocument& document, const QString& path);
@@ -134,6 +137,7 @@ private:
     std::unique_ptr<VelaColorLibraryItem> m_root;
     QHash<QString, VelaColorLibraryItem*> m_lists;  // by name
     QHash<QString, VelaColorLibraryItem*> m_colors; // by uid
+    mutable QHash<QString, int> m_firstNumbers;     // by name: no smaller one is free behind it
     QVector<Misread> m_misread;                     // of the file that is being read
     VelaColor m_currentColor = Qt::magenta;
     bool m_libraryLoaded = false;
@@ -141,3 +145,7 @@ private:
     bool m_dirty = false;
     bool m_started = false;
 };
+
+namespace VelaColorPickerLib {
+using ::VelaColorLibrary;
+} // namespace VelaColorPickerLib

@@ -74,7 +74,8 @@ public:
     {
         constexpr double kNoRatio = 1.0; // nobody previews
         m_library->m_misread.clear();
-        auto* helper = new Sorrel3ProjectHelper(naming);
+        auto* helper = new Sorrel3ProjectHelper(
+            [&naming](const QString& name) { return naming(plainName(name)); });
         connect(helper, &Sorrel3ProjectHelper::insertList, m_library,
                 &VelaColorLibrary::createColorList);
         connect(helper, &Sorrel3ProjectHelper::insertColor, m_library,
@@ -141,13 +142,13 @@ bool VelaColorLibrary::readFile(const QString& path, QDomDocument* document, QSt
     const QByteArray text = file.readAll();
     if (xmlShape(text) == XmlShape::TooDeep) {
         return refuse(tr("%1 is no library of colors: its elements nest deeper than %2")
-                          .arg(path)
-                          .arg(kMaxXmlDepth));
+                          .arg(path, QString::number(kMaxXmlDepth)));
     }
     QString reason;
     int line = 0;
     if (!document->setContent(text, &reason, &line)) {
-        return refuse(tr("%1 is no library of colors: %2 in line %3").arg(path, reason).arg(line));
+        return refuse(tr("%1 is no library of colors: %2 in line %3")
+                          .arg(path, reason, QString::number(line)));
     }
     return true;
 }
@@ -173,7 +174,7 @@ bool VelaColorLibrary::load(const QString& path, QString* error)
                 const VelaColorLibraryItem* const known = list(name);
                 const bool isEmptyOwn =
                     known != nullptr && known->isUserLibrary() && known->childCount() == 0;
-                const QString entered =
+                QString entered =
                     isEmptyOwn && !filled.contains(name) ? name : uniqueListName(name);
                 filled.insert(entered);
                 return entered;
@@ -186,7 +187,7 @@ bool VelaColorLibrary::load(const QString& path, QString* error)
     if (error != nullptr) {
         *error = wrong;
     }
-    m_libraryLoaded = true;
+    m_libraryLoaded = m_libraryLoaded || file == userFile();
     return isRead;
 }
 
@@ -203,7 +204,12 @@ void VelaColorLibrary::loadPresets()
         if (readFile(file.filePath(), &document, &wrong)) {
             Loading(this).read(
                 document, file.filePath(),
-                [this](const QString& name) { return uniqueListName(name); }, &wrong);
+                [this](const QString& name) {
+                    QString entered = uniqueListName(name);
+                    createColorList(entered, false);
+                    return entered;
+                },
+                &wrong);
         }
     }
 }

@@ -23,6 +23,7 @@ HsbSpectrumZoomWidget::HsbSpectrumZoomWidget(QWidget* parent)
                   "wheel zooms; arrow keys go from color to color."));
     m_hsb.brightness = 1.0;
     mark({0, 0}, cellColor({0, 0}));
+    m_told = color();
 }
 
 HsbSpectrumZoomWidget::Center HsbSpectrumZoomWidget::cellCenter(const QPoint& cell) const
@@ -64,10 +65,11 @@ void HsbSpectrumZoomWidget::setColor(const VelaColor& color)
     }
     if (chosen.hue == center.hue && chosen.saturation == center.saturation) {
         mark(selectedCell(), color);
-        return;
+    } else {
+        mark({0, 0}, color);
+        moveCenter(center);
     }
-    mark({0, 0}, color);
-    moveCenter(center);
+    tellCenter();
 }
 
 void HsbSpectrumZoomWidget::moveCenter(const Center& center)
@@ -78,8 +80,17 @@ void HsbSpectrumZoomWidget::moveCenter(const Center& center)
     m_center = center;
     refreshCells();
     emit zoomAreaChanged(zoomArea());
-    emit centerColorChanged(center.hue / 360.0, center.saturation / 255.0, m_value / 255.0,
-                            cellColor({0, 0}).alphaF());
+    tellCenter();
+}
+
+void HsbSpectrumZoomWidget::tellCenter()
+{
+    const VelaColor center = cellColor({0, 0});
+    if (center != m_told) {
+        m_told = center;
+        emit centerColorChanged(m_center.hue / 360.0, m_center.saturation / 255.0, m_value / 255.0,
+                                center.alphaF());
+    }
 }
 
 void HsbSpectrumZoomWidget::choose(const QPoint& cell)

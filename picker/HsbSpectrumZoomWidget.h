@@ -47,6 +47,7 @@ private:
     };
     Center cellCenter(const QPoint& cell) const;
     void moveCenter(const Center& center);
+    void tellCenter();
     void choose(const QPoint& cell);
     void centerChosen();
 
@@ -54,6 +55,7 @@ private:
     Center m_center;
     int m_value = 255;
     quint32 m_alpha = 0xFFFFFFFFU;
+    VelaColor m_told; // the centre that listeners know
 };
 
 } // namespace VelaColorPickerLib

@@ -17,8 +17,10 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace VelaColorPickerLib {
@@ -28,6 +30,17 @@ namespace {
 QModelIndex listOf(const QModelIndex& item)
 {
     return item.parent().isValid() ? item.parent() : item;
+}
+
+/// Of the library's indexes: each list in front of its swatches.
+bool isAbove(const QModelIndex& a, const QModelIndex& b)
+{
+    const int aList = listOf(a).row();
+    const int bList = listOf(b).row();
+    if (aList != bList) {
+        return aList < bList;
+    }
+    return a.parent().isValid() == b.parent().isValid() ? a.row() < b.row() : b.parent().isValid();
 }
 
 QString settingsKey(const QModelIndex& list)
@@ -216,6 +229,7 @@ QModelIndexList VelaColorLibraryTreeView::selectedColors() const
     colors.erase(std::remove_if(colors.begin(), colors.end(),
                                 [](const QModelIndex& item) { return !isColor(item); }),
                  colors.end());
+    std::sort(colors.begin(), colors.end(), isAbove);
     return colors;
 }
 
@@ -262,7 +276,9 @@ void VelaColorLibraryTreeView::handleDoubleClicked(const QModelIndex& index)
 {
     if (isColor(index)) {
         const std::unique_ptr<QMimeData> mime(m_library->mimeData({toLibrary(index)}));
-        emit doubleClickedOnWidget(*mime);
+        if (mime != nullptr) {
+            emit doubleClickedOnWidget(*mime);
+        }
     }
 }
 
@@ -356,9 +372,9 @@ void VelaColorLibraryTreeView::renameCurrent()
 
 void VelaColorLibraryTreeView::copySelected()
 {
-    const QModelIndexList colors = selectedColors();
-    if (!colors.isEmpty()) {
-        QApplication::clipboard()->setMimeData(m_library->mimeData(colors));
+    std::unique_ptr<QMimeData> mime(m_library->mimeData(selectedColors()));
+    if (mime != nullptr) {
+        QApplication::clipboard()->setMimeData(mime.release());
     }
 }
 
@@ -383,16 +399,29 @@ void VelaColorLibraryTreeView::deleteSelected()
 
 void VelaColorLibraryTreeView::deleteItems(const QModelIndexList& items)
 {
-    QList<QPersistentModelIndex> doomed;
-    for (const QModelIndex& item : items) {
-        if (canDelete(item)) {
-            doomed.append(item);
+    QModelIndexList doomed;
+    std::copy_if(items.begin(), items.end(), std::back_inserter(doomed), canDelete);
+    QSet<QModelIndex> lists;
+    for (const QModelIndex& item : qAsConst(doomed)) {
+        if (!isColor(item)) {
+            lists.insert(item);
         }
     }
-    for (const QPersistentModelIndex& item : qAsConst(doomed)) {
-        if (item.isValid()) { // not gone with its list
-            m_library->removeRow(item.row(), item.parent());
+    doomed.erase(std::remove_if(doomed.begin(), doomed.end(),
+                                [&lists](const QModelIndex& item) {
+                                    return lists.contains(item.parent()); // goes with it
+                                }),
+                 doomed.end());
+    // From the end, so that what is left keeps its rows; a run at once, for each removal is saved.
+    std::sort(doomed.begin(), doomed.end(), isAbove);
+    while (!doomed.isEmpty()) {
+        const QModelIndex last = doomed.takeLast();
+        int first = last.row();
+        while (!doomed.isEmpty() && doomed.last() == last.siblingAtRow(first - 1)) {
+            doomed.removeLast();
+            --first;
         }
+        m_library->removeRows(first, last.row() - first + 1, last.parent());
     }
 }
 
@@ -429,9 +458,20 @@ void VelaColorLibraryTreeView::mouseReleaseEvent(QMouseEvent* event)
 void VelaColorLibraryTreeView::drag(const QModelIndex& index)
 {
     const VelaColorLibraryItem* const item = itemAt(index);
+    const QModelIndex pressed = toLibrary(index);
+    QModelIndexList colors = selectedColors();
+    if (colors.removeOne(pressed)) {
+        colors.prepend(pressed); // what takes one colour takes the one that the drag shows
+    } else {
+        colors = {pressed};
+    }
+    std::unique_ptr<QMimeData> mime(m_library->mimeData(colors));
+    if (mime == nullptr) {
+        return;
+    }
     const int side = 2 * fontMetrics().height();
     auto* const drag = new QDrag(this);
-    drag->setMimeData(m_library->mimeData({toLibrary(index)}));
+    drag->setMimeData(mime.release());
     drag->setPixmap(swatchPixmap(item->color(), QSize(side, side), devicePixelRatioF()));
     drag->exec(Qt::CopyAction);
 }

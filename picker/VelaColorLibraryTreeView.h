@@ -90,10 +90,12 @@ private:
     QModelIndex toLibrary(const QModelIndex& index) const;
     QModelIndex fromLibrary(const QModelIndex& index) const;
     static bool isColor(const QModelIndex& index);
+    /// In the order of the tree.
     QModelIndexList selectedColors() const;
     static bool canDelete(const QModelIndex& item);
     void deleteItems(const QModelIndexList& items);
     void fillMenu(QMenu* menu, const QModelIndex& index);
+    /// The swatch, with the other selected ones where it is one of them.
     void drag(const QModelIndex& index);
     void choose(const QModelIndex& index);
     QList<QPersistentModelIndex> openLists() const;

@@ -213,7 +213,7 @@ void VelaColorPickerWidget::setColor(const VelaColor& color, const QString& uid)
 void VelaColorPickerWidget::onOpacityChanged(int opacity)
 {
     VelaColor color = selectedColor();
-    color.setAlphaF(opacity / 100.0);
+    color.setAlphaF(std::clamp(opacity, 0, 100) / 100.0);
     m_base.setAlpha32(color.alpha32());
     emit clearPreviousSelection();
     follow(color, QString(), nullptr);

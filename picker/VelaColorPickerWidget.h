@@ -61,9 +61,9 @@ public slots:
     /// stays; any other asks for the page that fits.
     void setColor(const VelaColor& color, const QString& uid, bool isLocalColorChange);
     void setColor(const VelaColor& color, const QString& uid);
-    /// 0..100 %
+    /// Limited to 0..100 %.
     void onOpacityChanged(int opacity);
-    /// 0..100 %
+    /// Limited to 0..100 %.
     void onIntensityChanged(int intensity);
     void onMainSwatchSelected();
     void onComparisonSwatch1Selected();

@@ -264,8 +264,11 @@ void ColorTreeAndFilterWidgetTest::importsAsAListOfItsOwn()
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("in.velacolors"));
     write(path, kSwatches);
+    const QTemporaryDir last;
+    pickerSettings().setValue(QStringLiteral("colorPickerExportDir"), last.path());
     const DialogHand hand(&bench.widget, path);
     bench.press("Import Group...");
+    QCOMPARE(hand.folder, last.path());
     QCOMPARE(hand.title, QStringLiteral("Load Color Group From File"));
     QCOMPARE(hand.filters, QStringList({"Vela Color Files (*.velacolors)", "All Files (*.* *)"}));
     const QModelIndex list = bench.library.listIndex(QStringLiteral("Foyer 2"));

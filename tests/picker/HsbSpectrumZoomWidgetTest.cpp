@@ -34,6 +34,7 @@ private slots:
     void cellsGoByTheStepsWithinTheGamut();
     void cellsTakeValueAndAlphaOfTheColor();
     void levelAndCenterTellTheArea();
+    void theCenterIsToldWithItsBrightnessAndAlpha();
     void areaIsWhatTheCellsCover();
     void cellsFillTheWidget();
     void gridSizeIsOdd();
@@ -168,6 +169,31 @@ void HsbSpectrumZoomWidgetTest::levelAndCenterTellTheArea()
     widget.setColor(color);
     QCOMPARE(areas.count(), 2);
     QCOMPARE(centers.count(), 1);
+}
+
+void HsbSpectrumZoomWidgetTest::theCenterIsToldWithItsBrightnessAndAlpha()
+{
+    HsbSpectrumZoomWidget widget;
+    VelaColor color = VelaColor::fromHsv(180, 51, 102);
+    widget.setColor(color);
+    QSignalSpy areas(&widget, &ColorZoomWidget::zoomAreaChanged);
+    QSignalSpy centers(&widget, &HsbSpectrumZoomWidget::centerColorChanged);
+    widget.setColor(VelaColor::fromHsv(180, 51, 204));
+    QCOMPARE(centers.count(), 1);
+    QCOMPARE(centers.last()[0].toDouble(), 0.5);
+    QCOMPARE(centers.last()[2].toDouble(), 0.8);
+    color = VelaColor::fromHsv(180, 51, 204);
+    color.setAlphaF(0.0);
+    widget.setColor(color);
+    QCOMPARE(centers.count(), 2);
+    QCOMPARE(centers.last()[3].toDouble(), 0.0);
+    color = VelaColor::fromHsv(90, 51, 51); // all at once
+    widget.setColor(color);
+    QCOMPARE(centers.count(), 3);
+    QCOMPARE(centers.last()[0].toDouble(), 0.25);
+    QCOMPARE(centers.last()[2].toDouble(), 0.2);
+    QCOMPARE(centers.last()[3].toDouble(), 1.0);
+    QCOMPARE(areas.count(), 1); // the grid moved once
 }
 
 void HsbSpectrumZoomWidgetTest::areaIsWhatTheCellsCover()

@@ -1,3 +1,4 @@
+#include "color/VelaColorLibrary.h"
 #include "picker/BlackBodyCurveWidget.h"
 #include "picker/CCTPickerWidget.h"
 #include "picker/ColorTempSliderWidget.h"
@@ -32,6 +33,7 @@ static_assert(std::is_base_of<GradientColorSelectorWidget, HsbTintsAndShadesWidg
 static_assert(std::is_base_of<ColorSelectorWidget, ColorZoomWidget>::value, "");
 static_assert(std::is_base_of<ColorZoomWidget, HsbSpectrumZoomWidget>::value, "");
 static_assert(std::is_base_of<QComboBox, ProfileSelector>::value, "");
+static_assert(std::is_same<VelaColorPickerLib::VelaColorLibrary, ::VelaColorLibrary>::value, "");
 
 /// The signals and slots that connections by name go by.
 class PickerInterfacesTest : public QObject

@@ -137,8 +137,11 @@ private slots:
     void copyAndPasteByKeys();
     void foreignDataOnTheClipboardIsNotPasted();
     void deleteKeyTakesColorsOnly();
+    void neighboursAreDeletedAtOnce();
     void whatComesWithTheProgramIsNeitherRenamedNorDeleted();
     void aDragCarriesTheSwatch();
+    void aDragCarriesTheOtherSelectedSwatches();
+    void swatchesWithoutAColorAreNotCarried();
     void aDropAddsToTheList();
     void foreignDropsDoNothing();
     void typingAsksForAFilter();
@@ -361,6 +364,16 @@ void VelaColorLibraryTreeViewTest::copyAndPasteByKeys()
     bench.click(QStringLiteral("Project Swatches"));
     QTest::keySequence(&bench.tree, QKeySequence::Paste);
     QCOMPARE(bench.names(VelaColorLibrary::projectListName()), QStringList({"Wall", "Sea"}));
+    // Several come in the order of the tree, however they were selected.
+    Bench several;
+    several.click(QStringLiteral("Red"));
+    several.click(QStringLiteral("Sea"), Qt::ControlModifier);
+    several.click(QStringLiteral("Amber"), Qt::ControlModifier);
+    QTest::keySequence(&several.tree, QKeySequence::Copy);
+    several.click(QStringLiteral("Project Swatches"));
+    QTest::keySequence(&several.tree, QKeySequence::Paste);
+    QCOMPARE(several.names(VelaColorLibrary::projectListName()),
+             QStringList({"Wall", "Amber", "Sea", "Red"}));
     bench.click(programList());
     QTest::keySequence(&bench.tree, QKeySequence::Paste);
     QCOMPARE(bench.names(programList()), QStringList({"Red", "Sea Green"}));
@@ -389,6 +402,38 @@ void VelaColorLibraryTreeViewTest::deleteKeyTakesColorsOnly()
     bench.click(QStringLiteral("Sea"), Qt::ControlModifier);
     QTest::keyClick(&bench.tree, Qt::Key_Delete);
     QCOMPARE(bench.names(userList()), QStringList());
+}
+
+void VelaColorLibraryTreeViewTest::neighboursAreDeletedAtOnce()
+{
+    Bench bench;
+    for (const char* const name : {"1", "2", "3", "4", "5", "6"}) {
+        bench.add(userList(), name, Qt::red, "");
+    }
+    bench.library.createColorList(QStringLiteral("Last"), true);
+    bench.add(QStringLiteral("Last"), "7", Qt::red, "");
+    bench.tree.expandAll();
+    bench.tree.resize(320, 1000);
+    const QSignalSpy changes(&bench.library, &VelaColorLibrary::changed);
+    bench.click(QStringLiteral("4"));
+    bench.click(QStringLiteral("1"), Qt::ControlModifier);
+    for (const char* const name : {"3", "Sea", "6", "7", "Red", "Wall"}) {
+        bench.click(QString::fromLatin1(name), Qt::ControlModifier);
+    }
+    QTest::keyClick(&bench.tree, Qt::Key_Delete);
+    QCOMPARE(bench.names(userList()), QStringList({"Amber", "2", "5"}));
+    QCOMPARE(bench.names(QStringLiteral("Last")), QStringList());
+    QCOMPARE(bench.names(programList()), QStringList({"Red", "Sea Green"}));
+    QCOMPARE(bench.names(VelaColorLibrary::projectListName()), QStringList());
+    QCOMPARE(changes.count(), 5); // 7; 6; 3 and 4; Sea and 1; Wall
+    // Lists too, with swatches of them and of others.
+    bench.click(userList());
+    for (const char* const name : {"5", "Last", "Explicit Colors", "Amber"}) {
+        bench.click(QString::fromLatin1(name), Qt::ControlModifier);
+    }
+    bench.tree.deleteSelected();
+    QCOMPARE(bench.shown(),
+             QStringList({"Project Swatches", "Halden Swatches", "Red", "Sea Green"}));
 }
 
 void VelaColorLibraryTreeViewTest::whatComesWithTheProgramIsNeitherRenamedNorDeleted()
@@ -421,6 +466,48 @@ void VelaColorLibraryTreeViewTest::aDragCarriesTheSwatch()
 
     Bench other;
     QVERIFY(startDrag(other.tree.viewport(), &other.tree, other.at(userList())) == nullptr);
+}
+
+void VelaColorLibraryTreeViewTest::aDragCarriesTheOtherSelectedSwatches()
+{
+    const auto namesOfDrag = [](const char* pressed) {
+        Bench bench;
+        bench.click(QStringLiteral("Red"));
+        bench.click(QStringLiteral("Sea"), Qt::ControlModifier);
+        bench.click(QStringLiteral("Amber"), Qt::ControlModifier);
+        bench.click(userList(), Qt::ControlModifier);
+        const QDrag* const drag =
+            startDrag(bench.tree.viewport(), &bench.tree, bench.at(QString::fromLatin1(pressed)));
+        QStringList names;
+        if (drag != nullptr) {
+            for (const ColorMime::Swatch& swatch : ColorMime::readColors(drag->mimeData())) {
+                names.append(swatch.name);
+            }
+        }
+        return names;
+    };
+    QCOMPARE(namesOfDrag("Sea"), QStringList({"Sea", "Amber", "Red"})); // the one in the hand first
+    QCOMPARE(namesOfDrag("Sea Green"), QStringList({"Sea Green"}));     // not one of them
+}
+
+void VelaColorLibraryTreeViewTest::swatchesWithoutAColorAreNotCarried()
+{
+    Bench bench;
+    for (const char* const name : {"None", "Nothing"}) {
+        bench.library.insertColor(VelaColor(), QString::fromLatin1(name), QString(), userList(),
+                                  QString());
+    }
+    QApplication::clipboard()->setText(QStringLiteral("before"));
+    QSignalSpy clicked(&bench.tree, &QTreeView::doubleClicked);
+    bench.click(QStringLiteral("None"));
+    QTest::mouseDClick(bench.tree.viewport(), Qt::LeftButton, {}, bench.at(QStringLiteral("None")));
+    QCOMPARE(clicked.count(), 1);
+    bench.click(QStringLiteral("Nothing"), Qt::ControlModifier);
+    QCOMPARE(bench.tree.selectedItems().size(), 2);
+    QTest::keySequence(&bench.tree, QKeySequence::Copy);
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("before"));
+    QVERIFY(startDrag(bench.tree.viewport(), &bench.tree, bench.at(QStringLiteral("None"))) ==
+            nullptr);
 }
 
 void VelaColorLibraryTreeViewTest::aDropAddsToTheList()

@@ -370,6 +370,11 @@ void VelaColorPickerWidgetTest::opacitySetsTheAlpha()
     QCOMPARE(bench.cleared.count(), 1);
     QTest::keyClick(bench.opacity->findChild<ColorTrack*>(), Qt::Key_Home);
     QCOMPARE(bench.widget.mainColor().alphaF(), 0.0);
+    bench.widget.onOpacityChanged(150);
+    QCOMPARE(bench.widget.mainColor().alphaF(), 1.0);
+    bench.widget.onOpacityChanged(-1);
+    QCOMPARE(bench.widget.mainColor().alphaF(), 0.0);
+    QCOMPARE(bench.widget.mainColor().toQColor(true).rgb(), orange().toQColor(true).rgb());
     // What the intensity goes by keeps it.
     bench.opacity->findChild<QSpinBox*>()->setValue(40);
     bench.intensity->findChild<QSpinBox*>()->setValue(50);
