@@ -3,7 +3,6 @@
 
 #include <QCursor>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QObject>
@@ -288,15 +287,12 @@ void LibraryLoadTest::theFirstFreeNumberIsTaken()
 
 void LibraryLoadTest::thousandsOfOneNameAreRead()
 {
-    constexpr int kLists = 20000; // minutes, were each number tried for each list
+    constexpr int kLists = 20000; // longer than a test may take, were each number tried for each
     const QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("a.velacolors"));
     QVERIFY(writeFile(path, document(userList("L", swatch("u", "x")).repeated(kLists))));
     Library library;
-    QElapsedTimer timer;
-    timer.start();
     QVERIFY(library.load(path));
-    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(library.rowCount(), 2 + kLists);
     QVERIFY(library.listIndex(QStringLiteral("L 20000")).isValid());
 }
