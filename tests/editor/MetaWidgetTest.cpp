@@ -540,7 +540,7 @@ void MetaWidgetTest::theDemoTakesTheOnlyEffect()
     QFETCH(const int, row);
     QString children;
     for (int i = 1; i <= effects; ++i) {
-        children += effectXml(i, QString());
+        children += effectXml(i, QString(), "Sweep"); // a colour would be asked for
     }
     open(children);
     m_widget->demoStart();
