@@ -7,10 +7,15 @@
 #include "editor/ParameterForms.h"
 #include "editor/StateIcons.h"
 #include "editor/TimePanel.h"
+#include "engine/EffectKeys.h"
+#include "engine/EffectXml.h"
 #include "engine/MetaEffect.h"
 #include "map/MapModel.h"
 
 #include <QCoreApplication>
+#include <QDomDocument>
+#include <QDomElement>
+#include <QDomNode>
 #include <QFrame>
 #include <QGroupBox>
 #include <QHeaderView>
@@ -29,6 +34,22 @@ constexpr int kFormMargin = 20;
 QString plainTitle(QString text)
 {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// What a show file holds of an effect beyond what is common to all: all that a form changes, and
+/// nothing that anyone else does.
+QString parameters(const Effect& effect)
+{
+    QDomDocument document;
+    const QDomElement element = effect.toXml(document);
+    QString text;
+    for (QDomNode key = element.firstChild(); !key.isNull(); key = key.nextSibling()) {
+        const EffectKey known = effectKey(key.nodeName());
+        if (known < EffectKey::Type || known > EffectKey::EndCycleCount) {
+            text += key.nodeName() + QLatin1Char('=') + EffectXml::valueOf(key) + QLatin1Char('\n');
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -54,6 +75,7 @@ MetaEffect* MetaWidget::metaEffect() const
 
 void MetaWidget::setMetaEffect(MetaEffect* effect)
 {
+    m_modified = isModified(); // the form's effect may go with the former root
     if (m_metaEffect != nullptr) {
         m_metaEffect->disconnect(this);
     }
@@ -79,7 +101,26 @@ void MetaWidget::writeShow(QTextStream& stream)
     if (m_metaEffect != nullptr) {
         m_metaEffect->save(stream);
     }
-    m_modified = false;
+    setModified(false);
+}
+
+bool MetaWidget::isModified() const
+{
+    return m_modified ||
+           (m_watchedEffect != nullptr && parameters(*m_watchedEffect) != m_watchedParameters);
+}
+
+void MetaWidget::setModified(bool modified)
+{
+    m_modified = modified;
+    watchParameters(m_watchedEffect);
+}
+
+/// Forms write into their effects without a word to anyone.
+void MetaWidget::watchParameters(const Effect* effect)
+{
+    m_watchedEffect = effect;
+    m_watchedParameters = effect != nullptr ? parameters(*effect) : QString();
 }
 
 void MetaWidget::demoStart()
@@ -129,6 +170,8 @@ void MetaWidget::showForm(Effect* effect)
         return;
     }
     form->setParent(m_parameterFrame); // a part of this window, whatever flags it came with
+    m_modified = isModified();         // by the former form
+    watchParameters(effect);
     dropForm();
     m_parameterWidget = form;
     m_parameterFrame->layout()->addWidget(form);

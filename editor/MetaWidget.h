@@ -58,8 +58,9 @@ public:
     /// Selects the effect of a show that has exactly one, and opens the colour dialog if that is of
     /// a fixed colour; nothing for any other show.
     void demoStart();
-    bool isModified() const { return m_modified; }
-    void setModified(bool modified) { m_modified = modified; }
+    /// Whether the show was changed since the last save, be it here or in an effect's form.
+    bool isModified() const;
+    void setModified(bool modified);
 
 public slots:
     void handleCutEffect();
@@ -160,6 +161,7 @@ private:
     // Selection.
     void showForm(Effect* effect);
     void dropForm();
+    void watchParameters(const Effect* effect);
     void showTimeSettings(Effect& effect);
     void showStartSettings(Effect& effect, const QList<Effect*>& targets);
     void showEndSettings(Effect& effect, const QList<Effect*>& targets);
@@ -179,8 +181,10 @@ private:
 
     QWidget* m_parameterWidget = nullptr; // the present form, or null
     QMetaObject::Connection m_formsEffect;
-    QPointer<MetaEffect> m_metaEffect; // not owned
-    MapModel* m_model = nullptr;       // not owned
+    QPointer<const Effect> m_watchedEffect; // that of the form
+    QString m_watchedParameters;            // what they were when it counted as unchanged
+    QPointer<MetaEffect> m_metaEffect;      // not owned
+    MapModel* m_model = nullptr;            // not owned
     QVector<QPointer<Effect>> m_startLinkTargets;
     QVector<QPointer<Effect>> m_endLinkTargets;
     QStringList m_typeNames;

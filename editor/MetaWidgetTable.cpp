@@ -343,7 +343,11 @@ void MetaWidget::handleValueChanged(int r, int c)
         return;
     }
     if (c == TypeColumn) {
+        const QPointer<MetaWidget> self(this);
         handleEffectTypeChanged(effect, m_table->item(r, c)->text());
+        if (self.isNull()) {
+            return; // gone while the question stood
+        }
     } else {
         const SortingPause pause(m_table);
         editCell(*effect, r, c);

@@ -1,4 +1,7 @@
+#include "color/VelaColor.h"
+#include "editor/FixedColorWidget.h"
 #include "editor/GroupPicker.h"
+#include "picker/RgbPickerWidget.h"
 #include "tests/app/WindowBench.h"
 
 #include <QClipboard>
@@ -173,6 +176,7 @@ void ForgeWindowEditingTest::eachEditAsks_data()
     QTest::newRow("a deletion") << QByteArray("deleteEffectAction");
     QTest::newRow("a cut") << QByteArray("cutEffectAction");
     QTest::newRow("a new effect") << QByteArray("new");
+    QTest::newRow("a color in the effect's form") << QByteArray("color");
 }
 
 void ForgeWindowEditingTest::eachEditAsks()
@@ -187,6 +191,13 @@ void ForgeWindowEditingTest::eachEditAsks()
         QTest::mouseClick(
             m_bench->window->findChild<QPushButton*>(QStringLiteral("newEffectButton")),
             Qt::LeftButton);
+    } else if (edit == "color") {
+        m_bench->dialogs.expect([](QWidget* dialog) {
+            emit dialog->findChild<VelaColorPickerLib::RgbPickerWidget*>()->colorChanged(
+                VelaColor(QColor(1, 2, 3)), QString());
+            qobject_cast<QDialog*>(dialog)->accept();
+        });
+        m_bench->window->findChild<FixedColorWidget*>()->chooseColorClicked();
     } else {
         m_bench->action(edit.constData())->trigger();
     }

@@ -7,6 +7,24 @@
 #include <QHeaderView>
 #include <QSignalSpy>
 
+namespace {
+
+/// Counts how often it is compiled.
+class CountingEffect : public MetaEffect
+{
+public:
+    using MetaEffect::MetaEffect;
+    bool compile() override
+    {
+        ++compilations;
+        return MetaEffect::compile();
+    }
+
+    int compilations = 0;
+};
+
+} // namespace
+
 /// The dialog that assigns an effect to a group.
 class GroupPickerTest : public QObject
 {
@@ -24,6 +42,7 @@ private slots:
     void nothingIsEditable();
     void headersSort();
     void aClickWritesThrough();
+    void everyPickIsCompiled();
     void aDoubleClickPicksAndAccepts();
     void okTakesTheSelectedRow();
     void theKeyboardPicksToo();
@@ -236,6 +255,23 @@ void GroupPickerTest::aClickWritesThrough()
     click(rowOf(QStringLiteral("Eaves")));
     QCOMPARE(m_effect->gid(), 0x50U);
     QVERIFY(m_picker->isVisible());
+}
+
+void GroupPickerTest::everyPickIsCompiled()
+{
+    CountingEffect effect(m_stage.model.get(), 77, nullptr);
+    m_picker = std::make_unique<GroupPicker>(m_stage.model.get(), &effect, nullptr);
+    m_picker->show();
+    QCOMPARE(effect.compilations, 0);
+    click(rowOf(QStringLiteral("Dome")));
+    QCOMPARE(effect.compilations, 1);
+    QTest::mouseClick(button("m_okButton"), Qt::LeftButton);
+    QCOMPARE(effect.compilations, 2);
+    m_picker->show();
+    m_picker->handleDoubleClicked(list()->item(rowOf(QStringLiteral("Eaves")), 1));
+    QCOMPARE(effect.compilations, 3);
+    QCOMPARE(effect.gid(), 0x50U);
+    m_picker.reset(); // ahead of its effect
 }
 
 void GroupPickerTest::aDoubleClickPicksAndAccepts()

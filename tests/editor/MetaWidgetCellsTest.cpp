@@ -6,6 +6,8 @@
 #include <QHeaderView>
 #include <QSignalSpy>
 
+#include <new>
+
 namespace {
 
 QStringList shortList()
@@ -27,6 +29,20 @@ QStringList entries(const QComboBox* box)
     return list;
 }
 
+/// Notes the group that it was last compiled for.
+class NotingEffect : public MetaEffect
+{
+public:
+    using MetaEffect::MetaEffect;
+    bool compile() override
+    {
+        compiledFor = gid();
+        return MetaEffect::compile();
+    }
+
+    quint64 compiledFor = 0;
+};
+
 } // namespace
 
 /// Rows: new effects, the cells that are typed into, their order, and their group.
@@ -43,6 +59,7 @@ private slots:
     void aNewEffectInASortedTableIsFound();
     void aNewEffectAsksForItsGroup();
     void aCancelledPickerLeavesTheNewEffectWithoutAGroup();
+    void aNewEffectThatCannotBeMadeIsFatal();
 
     void cellsAreTypedInto_data();
     void cellsAreTypedInto();
@@ -64,11 +81,14 @@ private slots:
     void fixedCellsOpenNoEditor_data();
     void fixedCellsOpenNoEditor();
     void headersSortBothWays();
+    void aHeadersClickSortsInTheOrderItShows();
 
     void aClickOnTheGroupPicks();
     void pickingShowsOnTheRunningShow();
     void aCancelledPickerRestoresTheGroup_data();
     void aCancelledPickerRestoresTheGroup();
+    void theGroupThatRemainsIsCompiledFor_data();
+    void theGroupThatRemainsIsCompiledFor();
     void anAcceptedGroupThatIsMissingIsNoChange();
     void otherCellsPickNoGroup();
     void anEffectThatGoesUnderThePicker();
@@ -230,6 +250,17 @@ void MetaWidgetCellsTest::aCancelledPickerLeavesTheNewEffectWithoutAGroup()
     QCOMPARE(m_stage.text(0, MetaWidget::GroupColumn), QStringLiteral("None"));
     QCOMPARE(m_stage.selectedRows(), QList<int>{0});
     QVERIFY(m_stage.widget->isModified());
+}
+
+void MetaWidgetCellsTest::aNewEffectThatCannotBeMadeIsFatal()
+{
+    m_stage.open();
+    auto* box = m_stage.widget->findChild<QComboBox*>(QStringLiteral("effectTypeBox"));
+    box->addItem(QStringLiteral("Blizzard"));
+    box->setCurrentText(QStringLiteral("Blizzard"));
+    QTest::ignoreMessage(QtDebugMsg, "Unsupported Effect Type: Blizzard");
+    QVERIFY_EXCEPTION_THROWN(m_stage.widget->handleNewEffectClicked(), std::bad_alloc);
+    QCOMPARE(m_stage.table()->rowCount(), 0);
 }
 
 void MetaWidgetCellsTest::cellsAreTypedInto_data()
@@ -529,6 +560,21 @@ void MetaWidgetCellsTest::headersSortBothWays()
     QVERIFY(!m_stage.widget->isModified());
 }
 
+void MetaWidgetCellsTest::aHeadersClickSortsInTheOrderItShows()
+{
+    m_stage.open(EditorStage::effectXml(1, QStringLiteral("<priority>7</priority>")) +
+                 EditorStage::effectXml(2, QStringLiteral("<priority>9</priority>")) +
+                 EditorStage::effectXml(3, QStringLiteral("<priority>8</priority>")));
+    m_stage.table()->sortItems(MetaWidget::NameColumn, Qt::DescendingOrder);
+    m_stage.widget->handleHeaderClicked(MetaWidget::PriorityColumn);
+    QCOMPARE(m_stage.column(MetaWidget::PriorityColumn),
+             QStringList({QStringLiteral("9"), QStringLiteral("8"), QStringLiteral("7")}));
+    m_stage.table()->sortItems(MetaWidget::NameColumn, Qt::AscendingOrder);
+    m_stage.widget->handleHeaderClicked(MetaWidget::PriorityColumn);
+    QCOMPARE(m_stage.column(MetaWidget::PriorityColumn),
+             QStringList({QStringLiteral("7"), QStringLiteral("8"), QStringLiteral("9")}));
+}
+
 void MetaWidgetCellsTest::aClickOnTheGroupPicks()
 {
     m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2));
@@ -592,6 +638,35 @@ void MetaWidgetCellsTest::aCancelledPickerRestoresTheGroup()
     QCOMPARE(m_stage.effect(1)->gid(), expected);
     QCOMPARE(m_stage.text(0, MetaWidget::GroupColumn), shown);
     QVERIFY(!m_stage.widget->isModified());
+}
+
+void MetaWidgetCellsTest::theGroupThatRemainsIsCompiledFor_data()
+{
+    QTest::addColumn<bool>("isAccepted");
+    QTest::addColumn<quint64>("expected");
+    QTest::newRow("accepted") << true << EditorStage::kSteps;
+    QTest::newRow("cancelled") << false << EditorStage::kFacade;
+}
+
+void MetaWidgetCellsTest::theGroupThatRemainsIsCompiledFor()
+{
+    QFETCH(const bool, isAccepted);
+    QFETCH(const quint64, expected);
+    m_stage.open();
+    auto* const effect = new NotingEffect(m_stage.model.get(), EditorStage::kFacade, nullptr);
+    m_stage.root->addEffect(effect);
+    m_stage.widget->rebuildTable();
+    whenDialogOpens<GroupPicker>([effect, isAccepted](GroupPicker* picker) {
+        auto* list = picker->findChild<QTableWidget*>();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          list->visualItemRect(list->item(0, 0)).center());
+        QCOMPARE(effect->compiledFor, EditorStage::kSteps);
+        effect->compiledFor = 0;
+        picker->done(isAccepted ? QDialog::Accepted : QDialog::Rejected);
+    });
+    m_stage.clickCell(0, MetaWidget::GroupColumn);
+    QCOMPARE(effect->gid(), expected);
+    QCOMPARE(effect->compiledFor, expected);
 }
 
 void MetaWidgetCellsTest::anAcceptedGroupThatIsMissingIsNoChange()

@@ -33,6 +33,8 @@ private slots:
     void deleteWithoutASelectionKeepsTheEffects();
     void deleteDropsWhatLinkedToIt();
     void deleteOfARingMember();
+    void deleteLeadsBackToTheBeginning_data();
+    void deleteLeadsBackToTheBeginning();
     void deleteOfANestedTimelineFreesWhatItHolds();
     void deleteUnderAnOpenEditor();
     void selectAllLeavesTheSelection_data();
@@ -358,6 +360,33 @@ void MetaWidgetClipboardTest::deleteOfARingMember()
     QCOMPARE(m_stage.effect(3)->startType(), static_cast<int>(Effect::StartLinked));
 }
 
+void MetaWidgetClipboardTest::deleteLeadsBackToTheBeginning_data()
+{
+    QTest::addColumn<bool>("cuts");
+    QTest::newRow("delete") << false;
+    QTest::newRow("cut") << true;
+}
+
+void MetaWidgetClipboardTest::deleteLeadsBackToTheBeginning()
+{
+    QFETCH(const bool, cuts);
+    m_stage.open(EditorStage::effectXml(1, QStringLiteral("<endfixedtime>9000</endfixedtime>")) +
+                 EditorStage::effectXml(2, QStringLiteral("<endfixedtime>9000</endfixedtime>")));
+    m_stage.root->updateEffectTimes();
+    m_stage.root->setActive(true);
+    m_stage.root->setStartMs(1000000);
+    m_stage.root->tick(qint64(1003000), 1);
+    m_stage.root->tick(qint64(1003025), 2);
+    QCOMPARE(m_stage.root->elapsed(), qint64(3025));
+    m_stage.select(0);
+    if (cuts) {
+        m_stage.widget->handleCutEffect();
+    } else {
+        m_stage.widget->handleDeleteEffect();
+    }
+    QCOMPARE(m_stage.root->startMs(), qint64(1003025)); // the last frame, of 0 s now
+}
+
 void MetaWidgetClipboardTest::deleteOfANestedTimelineFreesWhatItHolds()
 {
     m_stage.open(EditorStage::effectXml(1, EditorStage::effectXml(2), "Meta Effect"));
@@ -404,8 +433,9 @@ void MetaWidgetClipboardTest::theMenuOffersWhatItShould()
 {
     m_stage.open(EditorStage::effectXml(1));
     QStringList texts;
-    openMenu([&texts](QMenu* menu) {
+    openMenu([&](QMenu* menu) {
         QVERIFY(menu != nullptr);
+        QCOMPARE(menu->pos(), m_stage.table()->viewport()->mapToGlobal(QPoint(30, 10)));
         const QList<QAction*> actions = menu->actions();
         for (const QAction* const action : actions) {
             texts.append(action->isSeparator() ? QStringLiteral("-") : action->text());

@@ -88,6 +88,7 @@ private slots:
     void anotherRootIsFollowed();
     void aFormerRootIsForgotten();
     void aRootThatGoesIsForgotten();
+    void theRootsSignalsAreConnectedOnce();
     void anEffectThatGoesIsPassedOver();
     void noRootShowsNothing();
     void writingClearsTheModifiedFlag();
@@ -459,6 +460,30 @@ void MetaWidgetTest::aRootThatGoesIsForgotten()
     QTextStream stream(&text);
     m_widget->writeShow(stream);
     QCOMPARE(text, QString());
+}
+
+void MetaWidgetTest::theRootsSignalsAreConnectedOnce()
+{
+    class OpenRoot : public MetaEffect
+    {
+    public:
+        using MetaEffect::MetaEffect;
+        QList<int> counts() const
+        {
+            return {receivers(SIGNAL(destroyed(QObject*))),
+                    receivers(SIGNAL(updateEffectTimesComplete())),
+                    receivers(SIGNAL(internalUpdateLightsComplete()))};
+        }
+    };
+    OpenRoot root(m_model.get(), 0, nullptr);
+    MetaWidget widget(&root, m_model.get(), nullptr);
+    QCOMPARE(root.counts(), QList<int>({1, 1, 1}));
+    widget.setMetaEffect(&root);
+    QCOMPARE(root.counts(), QList<int>({1, 1, 1}));
+    widget.disconnectMetaEffect(&root); // that of its end alone
+    QCOMPARE(root.counts(), QList<int>({0, 1, 1}));
+    widget.setMetaEffect(nullptr);
+    QCOMPARE(root.counts(), QList<int>({0, 0, 0}));
 }
 
 void MetaWidgetTest::anEffectThatGoesIsPassedOver()

@@ -55,6 +55,7 @@ private slots:
     void aToggleOffOnlyMarks();
     void anEntryThatIsGoneChangesNothing();
     void theFocusStaysWithTheControl();
+    void theFocusComesForAnotherReason();
     void endOfTheEndLinkFocusesTheStartOffset();
     void aPassMovesWhatFollows();
     void anyTextInAnyField_data();
@@ -108,6 +109,7 @@ void MetaWidgetTimesTest::thePanelsReadAsStated()
             QVERIFY2(labels.contains(QString::fromLatin1(text)), text);
         }
         QCOMPARE(labels.contains(QStringLiteral("Cycles")), panel == &end);
+        QVERIFY(panel->linkEndButton()->x() < panel->linkStartButton()->x());
     }
     QCOMPARE(end.cyclesSpin()->minimum(), 1);
     QCOMPARE(end.cyclesSpin()->maximum(), 1000);
@@ -618,6 +620,29 @@ void MetaWidgetTimesTest::theFocusStaysWithTheControl()
     m_stage.table()->setFocus();
     m_stage.widget->handleStartLinkOffsetChanged(QStringLiteral("1")); // from elsewhere
     QCOMPARE(focus(), m_stage.start()->offsetEdit());
+}
+
+void MetaWidgetTimesTest::theFocusComesForAnotherReason()
+{
+    class Watch : public QObject
+    {
+    public:
+        bool eventFilter(QObject* /*watched*/, QEvent* event) override
+        {
+            if (event->type() == QEvent::FocusIn) {
+                reasons.append(static_cast<QFocusEvent*>(event)->reason());
+            }
+            return false;
+        }
+
+        QList<Qt::FocusReason> reasons;
+    };
+    openAt(second(1), 0);
+    m_stage.table()->setFocus();
+    Watch watch;
+    m_stage.end()->fixedEdit()->installEventFilter(&watch);
+    m_stage.widget->handleEndFixedTimeChanged(QStringLiteral("2"));
+    QCOMPARE(watch.reasons, QList<Qt::FocusReason>{Qt::OtherFocusReason});
 }
 
 void MetaWidgetTimesTest::endOfTheEndLinkFocusesTheStartOffset()

@@ -44,11 +44,13 @@ private slots:
     void escapeMeansNo();
     void askedNoMore();
     void everythingButTheParametersIsKept();
+    void whatNoPassWorksOutIsKeptToo();
     void theOldEffectGoesAndNobodyPointsAtIt();
     void theShowFollowsTheNewEffectsCycle();
     void theSameTypeIsNoChange();
     void aWhiteTypeLeavesItsBox();
     void theCellChangesTheTypeToo();
+    void aCellThatIsAnsweredWithNoIsPutBack();
     void aSortedTableFindsTheRow();
     void aTypeThatCannotBeMadeLeavesTheShowInactive();
     void theRootIsInactiveWhileItIsChanged();
@@ -221,6 +223,24 @@ void MetaWidgetTypeChangeTest::everythingButTheParametersIsKept()
     QCOMPARE(m_stage.typeBox(1)->property("eid").toUInt(), 1U);
 }
 
+void MetaWidgetTypeChangeTest::whatNoPassWorksOutIsKeptToo()
+{
+    store().setValue(QStringLiteral("askeffectchange"), false);
+    m_stage.open(EditorStage::effectXml(
+        1, QStringLiteral("<gid>4096</gid><transparency>0.5</transparency><begin>3000</begin>"
+                          "<end>8000</end><starttype>7</starttype><endtype>9</endtype>")));
+    choose(0, QStringLiteral("Cross Fade"), QString());
+    QTRY_COMPARE(type(1), QStringLiteral("Cross Fade"));
+    const Effect& e = *m_stage.effect(1);
+    QCOMPARE(e.transparency(), 0.5);
+    QCOMPARE(e.begin(), 3000U);
+    QCOMPARE(e.end(), 8000U);
+    QCOMPARE(e.startType(), 7);
+    QCOMPARE(e.endType(), 9);
+    QVERIFY(e.compiled());
+    QCOMPARE(m_stage.root->end(), 8000U);
+}
+
 void MetaWidgetTypeChangeTest::theOldEffectGoesAndNobodyPointsAtIt()
 {
     store().setValue(QStringLiteral("askeffectchange"), false);
@@ -292,6 +312,17 @@ void MetaWidgetTypeChangeTest::theCellChangesTheTypeToo()
     QCOMPARE(type(2), QStringLiteral("Sweep"));
     QCOMPARE(m_stage.typeBox(1)->currentText(), QStringLiteral("Sweep"));
     QVERIFY(m_stage.widget->isModified());
+}
+
+void MetaWidgetTypeChangeTest::aCellThatIsAnsweredWithNoIsPutBack()
+{
+    m_stage.open(EditorStage::effectXml(1));
+    whenDialogOpens<QMessageBox>([](QMessageBox* question) { question->reject(); });
+    m_stage.item(0, MetaWidget::TypeColumn)->setText(QStringLiteral("Sweep"));
+    QCOMPARE(type(1), QStringLiteral("Fixed Color"));
+    QCOMPARE(m_stage.text(0, MetaWidget::TypeColumn), QStringLiteral("Fixed Color"));
+    QCOMPARE(m_stage.typeBox(0)->currentText(), QStringLiteral("Fixed Color"));
+    QVERIFY(m_stage.widget->isModified()); // an edited cell counts all the same
 }
 
 void MetaWidgetTypeChangeTest::aSortedTableFindsTheRow()
