@@ -11,13 +11,13 @@
 #include <QDialog>
 #include <QGridLayout>
 #include <QPointer>
+#include <QSize>
 #include <QWidget>
 
 using VelaColorPickerLib::ColorPickerWidget;
 
 namespace {
-constexpr int kPickerWidth = 800;
-constexpr int kPickerHeight = 600;
+constexpr QSize kLeastSize(800, 600); // large fonts need more
 } // namespace
 
 void chooseColor(const Effect& effect, MapModel* model, VelaColor current, QWidget* form,
@@ -30,7 +30,7 @@ void chooseColor(const Effect& effect, MapModel* model, VelaColor current, QWidg
     dialog.setWindowTitle(QCoreApplication::translate("ColorChooser", "Select Color"));
     auto* grid = new QGridLayout(&dialog);
     auto* picker = new ColorPickerWidget(&dialog);
-    picker->setMinimumSize(kPickerWidth, kPickerHeight);
+    picker->setMinimumSize(kLeastSize.expandedTo(picker->minimumSizeHint()));
     grid->addWidget(picker, 0, 0, 1, -1);
     QObject::connect(picker, &ColorPickerWidget::accepted, &dialog, &QDialog::accept);
     QObject::connect(picker, &ColorPickerWidget::rejected, &dialog, &QDialog::reject);

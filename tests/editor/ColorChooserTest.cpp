@@ -104,6 +104,8 @@ class ColorChooserTest : public QObject
 private slots:
     void initTestCase();
     void theDialogIsModalAndHoldsThePicker();
+    void thePickerHasRoomForItsFont_data();
+    void thePickerHasRoomForItsFont();
     void everyColorGoesToTheHandlerAtOnce();
     void cancelBringsTheOldColorBack();
     void escapeBringsTheOldColorBack();
@@ -130,13 +132,40 @@ void ColorChooserTest::theDialogIsModalAndHoldsThePicker()
         QVERIFY((dialog->windowFlags() & Qt::WindowContextHelpButtonHint) == 0);
         QVERIFY(qobject_cast<QGridLayout*>(dialog->layout()) != nullptr);
         const auto* const picker = dialog->findChild<ColorPickerWidget*>();
-        QCOMPARE(picker->minimumSize(), QSize(800, 600));
         QCOMPARE(picker->color().name(), QStringLiteral("#010203"));
         press(dialog, QDialogButtonBox::Ok);
         QVERIFY(!dialog->isVisible());
         QCOMPARE(dialog->result(), static_cast<int>(QDialog::Accepted));
     });
     QCOMPARE(told.names, QStringList()); // the colour that was handed over is no news
+}
+
+void ColorChooserTest::thePickerHasRoomForItsFont_data()
+{
+    QTest::addColumn<double>("points");
+    QTest::addColumn<bool>("large");
+    QTest::newRow("small") << 7.0 << false;
+    QTest::newRow("large") << 24.0 << true;
+}
+
+void ColorChooserTest::thePickerHasRoomForItsFont()
+{
+    QFETCH(const double, points);
+    QFETCH(const bool, large);
+    const QFont plain = QApplication::font();
+    QFont font = plain;
+    font.setPointSizeF(points);
+    QApplication::setFont(font);
+    Stage stage;
+    Told told;
+    stage.choose(VelaColor(QColor(1, 2, 3)), &told, [large](QDialog* dialog) {
+        const auto* const picker = dialog->findChild<ColorPickerWidget*>();
+        const QSize needed = picker->minimumSizeHint();
+        QCOMPARE(needed.width() > 800 && needed.height() > 600, large);
+        QCOMPARE(picker->minimumSize(), large ? needed : QSize(800, 600));
+        press(dialog, QDialogButtonBox::Ok);
+    });
+    QApplication::setFont(plain);
 }
 
 void ColorChooserTest::everyColorGoesToTheHandlerAtOnce()
