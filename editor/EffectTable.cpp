@@ -1,5 +1,7 @@
 #include "editor/EffectTable.h"
 
+#include "editor/ShownText.h"
+
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QLocale>
@@ -28,7 +30,7 @@ public:
 
     QString displayText(const QVariant& value, const QLocale& /*locale*/) const override
     {
-        return cellText(value);
+        return shownText(cellText(value));
     }
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                           const QModelIndex& index) const override
@@ -46,6 +48,7 @@ public:
         if (line != nullptr && !line->property(kOriginal).isValid()) {
             const QString text = cellText(index.data(Qt::EditRole));
             line->setProperty(kOriginal, text);
+            line->setMaxLength(qMax(line->maxLength(), text.size()));
             line->setText(text);
         }
     }

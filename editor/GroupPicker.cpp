@@ -1,5 +1,6 @@
 #include "editor/GroupPicker.h"
 
+#include "editor/ShownText.h"
 #include "engine/Effect.h"
 #include "map/Group.h"
 #include "map/MapModel.h"
@@ -172,7 +173,7 @@ void GroupPicker::listGroups()
         }
         const int row = m_groupListView->rowCount();
         m_groupListView->insertRow(row);
-        QTableWidgetItem* const name = makeItem(group.name());
+        QTableWidgetItem* const name = makeItem(shownText(group.name()));
         name->setIcon(kindIcon(group.type()));
         m_groupListView->setItem(row, NameColumn, name);
         m_groupListView->setItem(row, TypeColumn, makeItem(Group::typeName(group.type())));

@@ -5,6 +5,7 @@
 #include "editor/FlashEffectWidget.h"
 #include "editor/GroupPicker.h"
 #include "editor/ParameterForms.h"
+#include "editor/ShownText.h"
 #include "editor/StateIcons.h"
 #include "editor/TimePanel.h"
 #include "engine/EffectKeys.h"
@@ -157,7 +158,7 @@ void MetaWidget::handleSelectionChanged()
         m_parameterBox->setTitle(tr("Effect Parameters"));
         return;
     }
-    m_parameterBox->setTitle(plainTitle(effect->name() + tr(" Parameters")));
+    m_parameterBox->setTitle(plainTitle(shownText(effect->name()) + tr(" Parameters")));
     showForm(effect);
     showTimeSettings(*effect);
 }

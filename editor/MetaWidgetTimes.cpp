@@ -2,6 +2,7 @@
 #include "editor/EffectTable.h"
 #include "editor/LinkTargets.h"
 #include "editor/MetaWidget.h"
+#include "editor/ShownText.h"
 #include "editor/SortingPause.h"
 #include "editor/TimePanel.h"
 #include "engine/MetaEffect.h"
@@ -71,7 +72,7 @@ void enterTargets(const QList<Effect*>& targets, quint32 eid, TimePanel::Setting
         if (target->eid() == eid && settings->target < 0) {
             settings->target = settings->targets.size();
         }
-        settings->targets.append(target->name());
+        settings->targets.append(shownText(target->name()));
     }
     if (settings->target < 0 && settings->kind != TimePanel::Kind::Linked) {
         settings->target = 0;

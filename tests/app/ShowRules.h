@@ -5,6 +5,7 @@
 #include "editor/LinkTargets.h"
 #include "editor/MetaWidget.h"
 #include "editor/ParameterForms.h"
+#include "editor/ShownText.h"
 #include "editor/TimePanel.h"
 #include "engine/EffectFactory.h"
 #include "engine/MetaEffect.h"
@@ -169,7 +170,7 @@ private:
         const QString title =
             effect == nullptr
                 ? QStringLiteral("Effect Parameters")
-                : QString(effect->name()).replace(QLatin1Char('&'), QLatin1String("&&")) +
+                : shownText(effect->name()).replace(QLatin1Char('&'), QLatin1String("&&")) +
                       QStringLiteral(" Parameters");
         if (box->title() != title) {
             return say("parameter box", box->title(), title);
@@ -284,7 +285,7 @@ private:
         QStringList names;
         const QList<Effect*> targets = linkTargets(*m_root, effect);
         for (const Effect* const target : targets) {
-            names.append(target->name());
+            names.append(shownText(target->name()));
         }
         if (names.isEmpty()) {
             names.append(QStringLiteral("None Available"));

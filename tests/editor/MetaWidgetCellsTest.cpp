@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 
 #include <new>
 
@@ -93,6 +94,7 @@ private slots:
     void otherCellsPickNoGroup();
     void anEffectThatGoesUnderThePicker();
     void aShowThatGoesUnderThePicker();
+    void aNameOfAMegabyteIsShownCutAndEditedWhole();
 
 private:
     EditorStage m_stage;
@@ -723,6 +725,31 @@ void MetaWidgetCellsTest::aShowThatGoesUnderThePicker()
     });
     m_stage.clickCell(0, MetaWidget::GroupColumn);
     QCOMPARE(m_stage.column(MetaWidget::NameColumn), QStringList(QStringLiteral("E5")));
+}
+
+void MetaWidgetCellsTest::aNameOfAMegabyteIsShownCutAndEditedWhole()
+{
+    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2));
+    const QString name(1 << 20, QLatin1Char('x'));
+    m_stage.effect(2)->setName(name);
+    m_stage.widget->rebuildTable();
+    const QModelIndex cell = m_stage.table()->model()->index(1, MetaWidget::NameColumn);
+    const auto* const delegate =
+        qobject_cast<QStyledItemDelegate*>(m_stage.table()->itemDelegate());
+    QCOMPARE(delegate->displayText(cell.data(), QLocale()).size(), 501);
+    m_stage.select(0);
+    QCOMPARE(m_stage.start()->targetBox()->itemText(0).size(), 501);
+    m_stage.select(1);
+    QVERIFY(m_stage.parameterBox()->title().startsWith(QStringLiteral("xxx")));
+    QVERIFY(m_stage.parameterBox()->title().size() < 600);
+    QLineEdit* const editor = m_stage.openCell(1, MetaWidget::NameColumn);
+    QVERIFY(editor != nullptr);
+    QVERIFY(editor->text() == name);
+    QTest::keyClick(editor, Qt::Key_Home);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    QVERIFY(m_stage.effect(2)->name() == name.mid(1));
 }
 
 QTEST_MAIN(MetaWidgetCellsTest)
