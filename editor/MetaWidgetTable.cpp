@@ -397,8 +397,10 @@ void MetaWidget::editCell(Effect& effect, int r, int c)
     if (c == StartColumn || c == EndColumn) {
         m_metaEffect->updateEffectTimes();
         m_metaEffect->updateEndTime();
-        if (selectedEffects().contains(&effect)) {
-            showTimeSettings(effect);
+        // Of another one, too: what it may be linked to depends on this one's links.
+        const QList<Effect*> selected = selectedEffects();
+        if (selected.size() == 1) {
+            showTimeSettings(*selected.first());
         }
     }
 }

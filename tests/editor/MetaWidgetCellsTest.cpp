@@ -94,6 +94,7 @@ private slots:
     void otherCellsPickNoGroup();
     void anEffectThatGoesUnderThePicker();
     void aShowThatGoesUnderThePicker();
+    void aLinkGivenUpInAnotherRowIsOfferedAgain();
     void aNameOfAMegabyteIsShownCutAndEditedWhole();
 
 private:
@@ -725,6 +726,22 @@ void MetaWidgetCellsTest::aShowThatGoesUnderThePicker()
     });
     m_stage.clickCell(0, MetaWidget::GroupColumn);
     QCOMPARE(m_stage.column(MetaWidget::NameColumn), QStringList(QStringLiteral("E5")));
+}
+
+void MetaWidgetCellsTest::aLinkGivenUpInAnotherRowIsOfferedAgain()
+{
+    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2, EditorStage::startsAt(1)) +
+                 EditorStage::effectXml(3));
+    QLineEdit* const editor = m_stage.openCell(1, MetaWidget::StartColumn);
+    QVERIFY(editor != nullptr);
+    m_stage.typeText(editor, QStringLiteral("5"));
+    m_stage.select(0); // the selection changes before the cell takes over what was typed
+    QCoreApplication::processEvents();
+    QCOMPARE(m_stage.effect(2)->startType(), static_cast<int>(Effect::StartFixed));
+    QCOMPARE(m_stage.effect(2)->startFixedTime(), 5000U);
+    QCOMPARE(m_stage.selectedRows(), QList<int>{0});
+    QCOMPARE(EditorStage::targets(m_stage.start()), QStringLiteral("E2 E3"));
+    QCOMPARE(EditorStage::targets(m_stage.end()), QStringLiteral("E2 E3"));
 }
 
 void MetaWidgetCellsTest::aNameOfAMegabyteIsShownCutAndEditedWhole()
