@@ -406,7 +406,7 @@ void FormValuesTest::colorsAreLiveAndComeBack()
 
 void FormValuesTest::slotsHaveTheirNames_data()
 {
-    QTest::addColumn<QString>("slots_");
+    QTest::addColumn<QString>("names");
     const auto row = [](const char* type, const char* names) {
         QTest::newRow(type) << QString::fromLatin1(names);
     };
@@ -457,10 +457,10 @@ void FormValuesTest::slotsHaveTheirNames_data()
 
 void FormValuesTest::slotsHaveTheirNames()
 {
-    QFETCH(const QString, slots_);
+    QFETCH(const QString, names);
     Stage stage(QTest::currentDataTag());
     stage.open();
-    for (const QString& name : slots_.split(QLatin1Char('|'))) {
+    for (const QString& name : names.split(QLatin1Char('|'))) {
         QVERIFY2(stage.form->metaObject()->indexOfSlot(name.toLatin1().constData()) >= 0,
                  qPrintable(name));
     }

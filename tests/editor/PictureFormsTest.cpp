@@ -402,8 +402,9 @@ void PictureFormsTest::progressIsShownUntilTheLastFrame()
     form->handleUpdateProgressDialog(1); // without a dialog nothing happens
     QVERIFY(form->findChild<QProgressDialog*>() == nullptr);
     form->handleInitializeProgressDialog(2);
-    auto* const progress = form->findChild<QProgressDialog*>();
-    QVERIFY(progress != nullptr);
+    const QList<QProgressDialog*> opened = form->findChildren<QProgressDialog*>();
+    QCOMPARE(opened.size(), 1);
+    const QProgressDialog* const progress = opened.at(0);
     QVERIFY(progress->isVisible());
     QVERIFY(progress->isModal());
     QCOMPARE(progress->labelText(), QStringLiteral("Loading Animation frames..."));
