@@ -165,19 +165,18 @@ void GroupPicker::listGroups()
     m_groupListView->setRowCount(0);
     m_groupListView->setSortingEnabled(false);
     const QHash<quint64, Group*> groups = m_model->groupsHash();
-    for (auto entry = groups.cbegin(); entry != groups.cend(); ++entry) {
-        const Group& group = **entry;
-        if (group.type() == Group::Leaf ||
-            (group.type() == Group::Synchronized && !m_syncBox->isChecked())) {
+    for (const Group* const group : groups) {
+        if (group->type() == Group::Leaf ||
+            (group->type() == Group::Synchronized && !m_syncBox->isChecked())) {
             continue;
         }
         const int row = m_groupListView->rowCount();
         m_groupListView->insertRow(row);
-        QTableWidgetItem* const name = makeItem(shownText(group.name()));
-        name->setIcon(kindIcon(group.type()));
+        QTableWidgetItem* const name = makeItem(shownText(group->name()));
+        name->setIcon(kindIcon(group->type()));
         m_groupListView->setItem(row, NameColumn, name);
-        m_groupListView->setItem(row, TypeColumn, makeItem(Group::typeName(group.type())));
-        m_groupListView->setItem(row, GidColumn, makeItem(QString::number(group.uid())));
+        m_groupListView->setItem(row, TypeColumn, makeItem(Group::typeName(group->type())));
+        m_groupListView->setItem(row, GidColumn, makeItem(QString::number(group->uid())));
     }
     m_groupListView->setSortingEnabled(true);
     m_groupListView->selectRow(0);

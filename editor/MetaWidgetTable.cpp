@@ -198,7 +198,7 @@ void MetaWidget::offerTypes(QComboBox* box, const Effect& effect)
 {
     const QSignalBlocker blocker(box);
     box->setProperty("eid", effect.eid());
-    const QString type = effect.type();
+    const QString& type = effect.type();
     if (isWhite(type)) {
         box->setModel(new QStringListModel(m_rowTypes->stringList() + QStringList(type), box));
     } else if (box->model() != m_rowTypes) {
