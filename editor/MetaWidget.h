@@ -163,6 +163,7 @@ private:
     void dropForm();
     void watchParameters(const Effect* effect);
     void showTimeSettings(Effect& effect);
+    void showSelectedTimes();
     void showStartSettings(Effect& effect, const QList<Effect*>& targets);
     void showEndSettings(Effect& effect, const QList<Effect*>& targets);
     void changeSelected(const std::function<void(Effect&)>& change, QWidget* control);

@@ -110,8 +110,5 @@ void MetaWidget::handlePasteEffect()
         m_table->setSortingEnabled(true);
     }
     m_metaEffect->updateEffectTimes();
-    const QList<Effect*> selected = selectedEffects();
-    if (selected.size() == 1) {
-        showTimeSettings(*selected.first()); // there is more to link to
-    }
+    showSelectedTimes(); // there is more to link to
 }

@@ -397,10 +397,10 @@ void MetaWidget::editCell(Effect& effect, int r, int c)
     if (c == StartColumn || c == EndColumn) {
         m_metaEffect->updateEffectTimes();
         m_metaEffect->updateEndTime();
-        // Of another one, too: what it may be linked to depends on this one's links.
-        const QList<Effect*> selected = selectedEffects();
-        if (selected.size() == 1) {
-            showTimeSettings(*selected.first());
-        }
+    }
+    if (c == PriorityColumn || c == StartColumn || c == EndColumn) {
+        // Not this one's alone: what another may be linked to depends on all links, and stands in
+        // the order of priorities.
+        showSelectedTimes();
     }
 }

@@ -102,6 +102,14 @@ void MetaWidget::showTimeSettings(Effect& effect)
     showEndSettings(effect, targets);
 }
 
+void MetaWidget::showSelectedTimes()
+{
+    const QList<Effect*> selected = selectedEffects();
+    if (selected.size() == 1) {
+        showTimeSettings(*selected.first());
+    }
+}
+
 void MetaWidget::showStartSettings(Effect& effect, const QList<Effect*>& targets)
 {
     m_startLinkTargets = entries(targets);

@@ -95,6 +95,7 @@ private slots:
     void anEffectThatGoesUnderThePicker();
     void aShowThatGoesUnderThePicker();
     void aLinkGivenUpInAnotherRowIsOfferedAgain();
+    void targetsStandInTheOrderOfPriority();
     void aNameOfAMegabyteIsShownCutAndEditedWhole();
 
 private:
@@ -742,6 +743,23 @@ void MetaWidgetCellsTest::aLinkGivenUpInAnotherRowIsOfferedAgain()
     QCOMPARE(m_stage.selectedRows(), QList<int>{0});
     QCOMPARE(EditorStage::targets(m_stage.start()), QStringLiteral("E2 E3"));
     QCOMPARE(EditorStage::targets(m_stage.end()), QStringLiteral("E2 E3"));
+}
+
+void MetaWidgetCellsTest::targetsStandInTheOrderOfPriority()
+{
+    m_stage.open(EditorStage::effectXml(1) + EditorStage::effectXml(2) + EditorStage::effectXml(3));
+    m_stage.select(0);
+    QCOMPARE(EditorStage::targets(m_stage.start()), QStringLiteral("E2 E3"));
+    QLineEdit* const editor = m_stage.openCell(1, MetaWidget::PriorityColumn);
+    QVERIFY(editor != nullptr);
+    m_stage.typeText(editor, QStringLiteral("7"));
+    m_stage.select(0); // takes over what was typed
+    QCoreApplication::processEvents();
+    QCOMPARE(m_stage.effect(2)->priority(), 7U);
+    QCOMPARE(EditorStage::targets(m_stage.start()), QStringLiteral("E3 E2"));
+    QVERIFY(m_stage.typeInto(0, MetaWidget::PriorityColumn, QStringLiteral("3")));
+    QVERIFY(m_stage.typeInto(2, MetaWidget::PriorityColumn, QStringLiteral("9")));
+    QCOMPARE(EditorStage::targets(m_stage.start()), QStringLiteral("E1 E2"));
 }
 
 void MetaWidgetCellsTest::aNameOfAMegabyteIsShownCutAndEditedWhole()
