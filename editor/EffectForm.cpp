@@ -7,6 +7,8 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -262,6 +264,32 @@ void EffectForm::addMnemonics()
         } else if (auto* const button = qobject_cast<QAbstractButton*>(control)) {
             addMnemonic(button, &taken);
         }
+    }
+}
+
+EffectForm::Work::Work(EffectForm* form)
+    : m_form(form)
+{
+    ++form->m_works;
+    if (form->m_isRetired) {
+        QCoreApplication::removePostedEvents(form, QEvent::DeferredDelete); // not yet
+    }
+}
+
+EffectForm::Work::~Work()
+{
+    if (m_form != nullptr && --m_form->m_works == 0 && m_form->m_isRetired) {
+        m_form->deleteLater();
+    }
+}
+
+void EffectForm::retire()
+{
+    hide();
+    setParent(nullptr);
+    m_isRetired = true;
+    if (m_works == 0) {
+        deleteLater();
     }
 }
 

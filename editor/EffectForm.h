@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -23,10 +24,29 @@ class VelaColor;
 class EffectForm : public QWidget
 {
     Q_OBJECT
+public:
+    /// Takes the form out of its window and deletes it, once nothing of it is at work.
+    void retire();
+
 signals:
     void valueChanged(const QString& name, const QString& value);
 
 protected:
+    /// While it lives the form lets events in, as progress that is to be seen must. They may retire
+    /// the form, which then stays until the event that it works on is done: controls of it are yet
+    /// to return from their signals.
+    class Work
+    {
+    public:
+        explicit Work(EffectForm* form);
+        ~Work();
+        Work(const Work&) = delete;
+        Work& operator=(const Work&) = delete;
+
+    private:
+        QPointer<EffectForm> m_form; // goes at once where its window does
+    };
+
     /// A swatch with its button and, where one was asked for, its check box.
     struct ColorRow
     {
@@ -97,6 +117,8 @@ private:
     void addMnemonics();
 
     MapModel* m_model = nullptr; // not owned
+    int m_works = 0;
+    bool m_isRetired = false;
     QVBoxLayout* m_boxes = nullptr;
     QGridLayout* m_grid = nullptr; // of the box that is being filled
 };

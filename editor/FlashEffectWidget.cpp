@@ -222,6 +222,7 @@ void FlashEffectWidget::handleInitializeProgressDialog(int total)
     if (m_progress != nullptr) {
         return;
     }
+    const Work work(this);
     m_progress = new QProgressDialog(tr("Loading Animation frames..."), QString(), 0, total, this);
     m_progress->setModal(true);
     m_progress->show();
@@ -233,6 +234,7 @@ void FlashEffectWidget::handleUpdateProgressDialog(int count)
     if (m_progress == nullptr) {
         return;
     }
+    const Work work(this);
     m_progress->setValue(count);
     QCoreApplication::processEvents();
     if (m_progress != nullptr && count >= m_progress->maximum()) {

@@ -1,5 +1,6 @@
 #include "editor/MetaWidget.h"
 
+#include "editor/EffectForm.h"
 #include "editor/EffectTable.h"
 #include "editor/FixedColorWidget.h"
 #include "editor/FlashEffectWidget.h"
@@ -166,7 +167,7 @@ void MetaWidget::handleSelectionChanged()
 /// An effect without a form leaves the former one in place.
 void MetaWidget::showForm(Effect* effect)
 {
-    QWidget* const form = makeParameterForm(effect, m_model, m_parameterFrame);
+    EffectForm* const form = makeParameterForm(effect, m_model, m_parameterFrame);
     if (form == nullptr) {
         return;
     }
@@ -190,18 +191,15 @@ void MetaWidget::showForm(Effect* effect)
     }
 }
 
-/// The form may be in the middle of a slot of its own: it goes later. A dialog that it has opened
-/// belongs to the window and finds it gone.
+/// The form may be in the middle of a slot of its own, and tells of its end: it goes later. A
+/// dialog that it has opened belongs to the window and finds it gone.
 void MetaWidget::dropForm()
 {
-    QWidget* const form = m_parameterWidget;
+    EffectForm* const form = m_parameterWidget;
     m_parameterWidget = nullptr;
     disconnect(m_formsEffect); // the next form must not go with this one's effect
     if (form != nullptr) {
-        form->disconnect(this);
-        form->hide();
-        form->setParent(nullptr);
-        form->deleteLater();
+        form->retire();
     }
 }
 

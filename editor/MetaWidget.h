@@ -10,6 +10,7 @@
 #include <functional>
 
 class Effect;
+class EffectForm;
 class EffectTable;
 class MapModel;
 class MetaEffect;
@@ -180,7 +181,7 @@ private:
     TypeAnswer askTypeChange(const QPointer<Effect>& effect);
     void changeType(Effect* e, const QString& newType);
 
-    QWidget* m_parameterWidget = nullptr; // the present form, or null
+    EffectForm* m_parameterWidget = nullptr; // the present form, or null
     QMetaObject::Connection m_formsEffect;
     QPointer<const Effect> m_watchedEffect; // that of the form
     QString m_watchedParameters;            // what they were when it counted as unchanged

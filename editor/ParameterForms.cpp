@@ -43,10 +43,10 @@
 
 namespace {
 
-using FormMaker = QWidget* (*)(Effect* effect, MapModel* model, QWidget* parent);
+using FormMaker = EffectForm* (*)(Effect* effect, MapModel* model, QWidget* parent);
 
 template <typename EffectClass, typename Form>
-QWidget* form(Effect* effect, MapModel* model, QWidget* parent)
+EffectForm* form(Effect* effect, MapModel* model, QWidget* parent)
 {
     return new Form(static_cast<EffectClass*>(effect), model, parent);
 }
@@ -75,7 +75,7 @@ constexpr std::array<FormMaker, EffectFactory::kTypeCount> kForms = {
 
 } // namespace
 
-QWidget* makeParameterForm(Effect* effect, MapModel* model, QWidget* parent)
+EffectForm* makeParameterForm(Effect* effect, MapModel* model, QWidget* parent)
 {
     if (effect == nullptr || effect->typeId() == EffectFactory::kMetaEffect) {
         return nullptr;

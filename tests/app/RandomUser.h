@@ -434,7 +434,8 @@ private:
     void click(QWidget* target, const QPoint& place) override
     {
         const auto* const check = qobject_cast<QCheckBox*>(target);
-        const bool preloads = check != nullptr && check->text() == QLatin1String("Preload");
+        const bool preloads = check != nullptr && QString(check->text()).remove(QLatin1Char('&')) ==
+                                                      QLatin1String("Preload");
         RandomHand::click(target, place);
         if (preloads && m_bench->window != nullptr && !m_bench->isRunning()) {
             complain(QStringLiteral("left paused by a preload"));

@@ -1,4 +1,5 @@
 #include "editor/ColorChooser.h"
+#include "editor/EffectForm.h"
 #include "editor/ParameterForms.h"
 #include "effects/RegisterEffects.h"
 #include "engine/EffectFactory.h"

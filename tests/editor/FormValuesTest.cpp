@@ -1,5 +1,6 @@
 #include "editor/ColorChooser.h"
 #include "editor/ColorSwatch.h"
+#include "editor/EffectForm.h"
 #include "editor/ParameterForms.h"
 #include "effects/RegisterEffects.h"
 #include "engine/EffectFactory.h"

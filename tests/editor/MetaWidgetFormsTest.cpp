@@ -26,6 +26,8 @@ private slots:
     void aFormGoesWithItsShow();
     void aTypeChangeBringsAnotherForm();
     void aFormMayBeReplacedInTheMiddleOfItsWork();
+    void aFormReplacedWhileItsFramesLoadStaysUntilThen();
+    void aReplacedFormThatLoadsFramesStaysUntilThen();
     void loadingPicturesPausesTheEngine();
     void aMapThatIsLoadedLeavesTheForm();
     void severalSelectedRowsCountAsNone();
@@ -214,11 +216,67 @@ void MetaWidgetFormsTest::aFormMayBeReplacedInTheMiddleOfItsWork()
     QVERIFY(!first.isNull());
     connect(first, &FlashEffectWidget::flashEffectPreloadToggled, this,
             [this] { m_stage.select(1); });
+    const QSignalSpy pauses(m_stage.widget.get(), &MetaWidget::pauseEffectEngine);
     first->preloadToggled(true);
     QVERIFY(!first.isNull());
     QVERIFY(edits(2));
+    QCOMPARE(pauses.count(), 2); // and not left paused
+    QCOMPARE(pauses.at(1).at(0).toBool(), false);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(first.isNull());
+}
+
+void MetaWidgetFormsTest::aFormReplacedWhileItsFramesLoadStaysUntilThen()
+{
+    m_stage.open(EditorStage::effectXml(1, QString(), "Animation") + sweepXml(2));
+    for (const bool begins : {true, false}) {
+        m_stage.select(0);
+        const QPointer<FlashEffectWidget> film(qobject_cast<FlashEffectWidget*>(form()));
+        QVERIFY(!film.isNull());
+        if (!begins) {
+            film->handleInitializeProgressDialog(3);
+        }
+        // As what was typed into a cell is taken over.
+        QMetaObject::invokeMethod(
+            this, [this] { m_stage.select(1); }, Qt::QueuedConnection);
+        if (begins) {
+            film->handleInitializeProgressDialog(3);
+        } else {
+            film->handleUpdateProgressDialog(1);
+        }
+        QVERIFY(edits(2));
+        QVERIFY(!film.isNull()); // a line of it may still have to return from its signal
+        QVERIFY(!film->isVisible());
+        film->handleUpdateProgressDialog(2);
+        film->handleUpdateProgressDialog(3);
+        QVERIFY(!film.isNull());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(film.isNull());
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+    }
+}
+
+void MetaWidgetFormsTest::aReplacedFormThatLoadsFramesStaysUntilThen()
+{
+    m_stage.open(EditorStage::effectXml(1, QString(), "Animation") + sweepXml(2));
+    m_stage.select(0);
+    const QPointer<FlashEffectWidget> film(qobject_cast<FlashEffectWidget*>(form()));
+    QVERIFY(!film.isNull());
+    bool isWhole = false;
+    QTimer::singleShot(0, this, [this, &film, &isWhole] {
+        // An event within this one replaces the form, as one that takes the keyboard from a cell.
+        QMetaObject::invokeMethod(
+            this, [this] { m_stage.select(1); }, Qt::QueuedConnection);
+        QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+        film->handleInitializeProgressDialog(1);
+        isWhole = !film.isNull();
+        if (isWhole) {
+            film->handleUpdateProgressDialog(1);
+            isWhole = !film.isNull();
+        }
+    });
+    QTRY_VERIFY(film.isNull());
+    QVERIFY(isWhole);
 }
 
 void MetaWidgetFormsTest::loadingPicturesPausesTheEngine()

@@ -1,5 +1,6 @@
 #include "editor/ParameterForms.h"
 
+#include "editor/EffectForm.h"
 #include "tests/editor/EditorStage.h"
 
 #include <QByteArray>
