@@ -60,7 +60,7 @@ private:
     VelaColor m_source; // the colour that they are to achieve
     ColorUtils::TintweaveProfileID m_profile = 0;
     bool m_tintweave = false;
-    quint32 m_modeValue; // the spec of an absolute colour, once there was one
+    quint32 m_modeValue; // what the last absolute colour from outside was given as
     ProfileSelector* m_profileSelector = nullptr;
     QCheckBox* m_tintweaveCheckBox = nullptr;
     QToolButton* m_infoButton = nullptr;
