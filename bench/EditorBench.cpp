@@ -10,8 +10,8 @@
 #include "engine/EffectFactory.h"
 #include "engine/MetaEffect.h"
 #include "map/MapModel.h"
-#include "output/TalvisSocket.h"
 #include "resources/Resources.h"
+#include "tests/output/SilentSocket.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -37,20 +37,6 @@ void fail(const char* reason)
     std::fprintf(stderr, "EditorBench: %s\n", reason);
     std::exit(1);
 }
-
-class SilentSocket : public TalvisSocket
-{
-public:
-    SilentSocket()
-        : TalvisSocket(nullptr)
-    {}
-    bool sendToAddress(const QHostAddress& /*address*/, const char* /*data*/,
-                       int /*length*/) override
-    {
-        return true;
-    }
-    bool sendBroadcast(const char* /*data*/, int /*length*/) override { return true; }
-};
 
 /// The show and its editor.
 class Desk

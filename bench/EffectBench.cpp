@@ -10,8 +10,8 @@
 #include "engine/MetaEffect.h"
 #include "map/Light.h"
 #include "map/MapModel.h"
-#include "output/TalvisSocket.h"
 #include "resources/Resources.h"
+#include "tests/output/SilentSocket.h"
 
 #include <QColor>
 #include <QDir>
@@ -53,20 +53,6 @@ void fail(const QString& reason)
     std::fprintf(stderr, "EffectBench: %s\n", qPrintable(reason));
     std::exit(1);
 }
-
-class SilentSocket : public TalvisSocket
-{
-public:
-    SilentSocket()
-        : TalvisSocket(nullptr)
-    {}
-    bool sendToAddress(const QHostAddress& /*address*/, const char* /*data*/,
-                       int /*length*/) override
-    {
-        return true;
-    }
-    bool sendBroadcast(const char* /*data*/, int /*length*/) override { return true; }
-};
 
 QString hex(quint64 number)
 {

@@ -3,8 +3,8 @@
 
 #include "map/Light.h"
 #include "map/MapModel.h"
-#include "output/TalvisSocket.h"
 #include "resources/Resources.h"
+#include "tests/output/SilentSocket.h"
 
 #include <QCoreApplication>
 #include <QDomDocument>
@@ -24,20 +24,6 @@ namespace {
 
 constexpr int kLightsAPort = 170;
 constexpr int kPortsAController = 8;
-
-class SilentSocket : public TalvisSocket
-{
-public:
-    SilentSocket()
-        : TalvisSocket(nullptr)
-    {}
-    bool sendToAddress(const QHostAddress& /*address*/, const char* /*data*/,
-                       int /*length*/) override
-    {
-        return true;
-    }
-    bool sendBroadcast(const char* /*data*/, int /*length*/) override { return true; }
-};
 
 /// A map as installers' tools write them: every key of a light, two properties, a leaf for each.
 QString mapFile(int count)

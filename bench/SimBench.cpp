@@ -4,10 +4,10 @@
 
 #include "map/Light.h"
 #include "map/MapModel.h"
-#include "output/TalvisSocket.h"
 #include "resources/Resources.h"
 #include "sim/LightSim.h"
 #include "sim/SimView.h"
+#include "tests/output/SilentSocket.h"
 
 #include <QApplication>
 #include <QFile>
@@ -25,20 +25,6 @@
 namespace {
 
 constexpr double kPitch = 12.0; // map units from light to light, as one picture pixel takes
-
-class SilentSocket : public TalvisSocket
-{
-public:
-    SilentSocket()
-        : TalvisSocket(nullptr)
-    {}
-    bool sendToAddress(const QHostAddress& /*address*/, const char* /*data*/,
-                       int /*length*/) override
-    {
-        return true;
-    }
-    bool sendBroadcast(const char* /*data*/, int /*length*/) override { return true; }
-};
 
 /// A wall of lights on a plan, in the simulation window as a user sees it.
 class Wall

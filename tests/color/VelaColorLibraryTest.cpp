@@ -2,6 +2,7 @@
 
 #include "color/ColorMime.h"
 #include "color/VelaColorLibraryItem.h"
+#include "tests/color/LibraryFiles.h"
 
 #include <QAbstractItemModelTester>
 #include <QDataStream>
@@ -13,62 +14,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
-
-namespace {
-
-using Library = VelaColorLibrary;
-
-QStringList listNames(const Library& library)
-{
-    QStringList names;
-    for (int row = 0; row < library.rowCount(); ++row) {
-        names << library.index(row, 0).data().toString();
-    }
-    return names;
-}
-
-QStringList swatchNames(const Library& library, const QString& listId)
-{
-    QStringList names;
-    const QModelIndex list = library.listIndex(listId);
-    for (int row = 0; row < library.rowCount(list); ++row) {
-        names << library.index(row, 0, list).data().toString();
-    }
-    return names;
-}
-
-QByteArray document(const QByteArray& lists)
-{
-    return "<ColorLibraryList>" + lists + "</ColorLibraryList>";
-}
-
-QByteArray userList(const QByteArray& name, const QByteArray& colors)
-{
-    return "<ColorLibrary name=\"" + name + "\" isUserLibrary=\"1\">" + colors + "</ColorLibrary>";
-}
-
-QByteArray swatch(const QByteArray& uid, const QByteArray& name)
-{
-    return "<Color name=\"" + name + "\" uid=\"" + uid +
-           "\" value=\"aRgb;1;0;#ffffffff00000000\" originatingPreset=\"P\" colorId=\"7\"/>";
-}
-
-bool writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-const QString kExplicit = QStringLiteral("Explicit Colors");
-const QString kProject = QStringLiteral("Project Swatches");
-
-} // namespace
 
 class VelaColorLibraryTest : public QObject
 {

@@ -6,8 +6,8 @@
 #include "engine/EffectFactory.h"
 #include "engine/MetaEffect.h"
 #include "map/MapModel.h"
-#include "output/TalvisSocket.h"
 #include "resources/Resources.h"
+#include "tests/output/SilentSocket.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -28,22 +28,6 @@
 
 #include <functional>
 #include <memory>
-
-/// Sends nothing.
-class SilentSocket : public TalvisSocket
-{
-public:
-    SilentSocket()
-        : TalvisSocket(nullptr)
-    {}
-    bool sendTo(const char* /*ip*/, const char* /*data*/, int /*length*/) override { return true; }
-    bool sendToAddress(const QHostAddress& /*address*/, const char* /*data*/,
-                       int /*length*/) override
-    {
-        return true;
-    }
-    bool sendBroadcast(const char* /*data*/, int /*length*/) override { return true; }
-};
 
 struct RootDeleter
 {

@@ -5,8 +5,8 @@
 #include "engine/EffectFactory.h"
 #include "engine/MetaEffect.h"
 #include "map/MapModel.h"
-#include "output/TalvisSocket.h"
 #include "resources/Resources.h"
+#include "tests/output/SilentSocket.h"
 
 #include <QApplication>
 #include <QFile>
@@ -22,22 +22,6 @@
 #include <memory>
 
 namespace {
-
-/// Sends nothing.
-class SilentSocket : public TalvisSocket
-{
-public:
-    SilentSocket()
-        : TalvisSocket(nullptr)
-    {}
-    bool sendTo(const char* /*ip*/, const char* /*data*/, int /*length*/) override { return true; }
-    bool sendToAddress(const QHostAddress& /*address*/, const char* /*data*/,
-                       int /*length*/) override
-    {
-        return true;
-    }
-    bool sendBroadcast(const char* /*data*/, int /*length*/) override { return true; }
-};
 
 struct RootDeleter
 {

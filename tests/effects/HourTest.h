@@ -34,7 +34,7 @@ constexpr int kTypes = EffectFactory::kTypeCount;
 constexpr int kOwnLights = 3 * kTypes;
 
 /// Counts what would be sent.
-class CountingSocket : public TestShow::SilentSocket
+class CountingSocket : public SilentSocket
 {
 public:
     bool sendToAddress(const QHostAddress& address, const char* data, int length) override

@@ -20,7 +20,7 @@ class PictureStage
 public:
     explicit PictureStage(const QVector<QPointF>& places)
         : m_count(places.size())
-        , m_model(std::make_unique<MapModel>(std::make_unique<TestShow::SilentSocket>()))
+        , m_model(std::make_unique<MapModel>(std::make_unique<SilentSocket>()))
     {
         using TestShow::group;
         QString text = QStringLiteral("<map>");

@@ -4,7 +4,7 @@
 #include "engine/Effect.h"
 #include "map/Light.h"
 #include "map/MapModel.h"
-#include "output/TalvisSocket.h"
+#include "tests/output/SilentSocket.h"
 
 #include <QColor>
 #include <QDomDocument>
@@ -30,18 +30,6 @@ namespace TestShow {
 
 /// The moment at which the tests' timelines begin.
 constexpr qint64 kStartMs = 1600000000000;
-
-/// Sends nowhere.
-class SilentSocket : public TalvisSocket
-{
-public:
-    SilentSocket()
-        : TalvisSocket(nullptr)
-    {}
-    bool sendTo(const char*, const char*, int) override { return true; }
-    bool sendToAddress(const QHostAddress&, const char*, int) override { return true; }
-    bool sendBroadcast(const char*, int) override { return true; }
-};
 
 /// A group's element in a map file.
 inline QString group(quint64 uid, int type, const QVector<quint64>& children)

@@ -1,7 +1,9 @@
 #include "picker/HsbSlidersWidget.h"
 
+#include "ColorSignals.h"
 #include "PickerInput.h"
 #include "PickerPaint.h"
+#include "SliderRows.h"
 #include "picker/ColorTrack.h"
 #include "picker/RgbSlidersWidget.h"
 
@@ -13,21 +15,6 @@
 using namespace VelaColorPickerLib;
 
 namespace {
-
-VelaColor lastColor(const QSignalSpy& spy)
-{
-    return spy.last().first().value<VelaColor>();
-}
-
-ColorTrack* track(const QWidget& widget, const char* name)
-{
-    return widget.findChild<ColorTrack*>(QLatin1String(name) + QStringLiteral("Track"));
-}
-
-QSpinBox* box(const QWidget& widget, const char* name)
-{
-    return widget.findChild<QSpinBox*>(QLatin1String(name) + QStringLiteral("SpinBox"));
-}
 
 const char* const kNames[] = {"hue", "saturation", "brightness"};
 const int kLast[] = {359, 255, 255};

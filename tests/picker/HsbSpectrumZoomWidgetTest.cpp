@@ -1,5 +1,6 @@
 #include "picker/HsbSpectrumZoomWidget.h"
 
+#include "ColorSignals.h"
 #include "PickerInput.h"
 #include "PickerPaint.h"
 
@@ -9,11 +10,6 @@
 using namespace VelaColorPickerLib;
 
 namespace {
-
-VelaColor lastColor(const QSignalSpy& spy)
-{
-    return spy.last().first().value<VelaColor>();
-}
 
 QPoint middleOf(const HsbSpectrumZoomWidget& widget, const QPoint& cell)
 {

@@ -1,5 +1,6 @@
 #include "picker/HsbTintsAndShadesWidget.h"
 
+#include "ColorSignals.h"
 #include "PickerInput.h"
 #include "PickerPaint.h"
 
@@ -7,15 +8,6 @@
 #include <QtTest>
 
 using namespace VelaColorPickerLib;
-
-namespace {
-
-VelaColor lastColor(const QSignalSpy& spy)
-{
-    return spy.last().first().value<VelaColor>();
-}
-
-} // namespace
 
 class HsbTintsAndShadesWidgetTest : public QObject
 {

@@ -1,5 +1,6 @@
 #include "picker/RgbPickerWidget.h"
 
+#include "ColorSignals.h"
 #include "PickerInput.h"
 #include "picker/ColorTrack.h"
 #include "picker/HsbSlidersWidget.h"
@@ -23,11 +24,6 @@
 using namespace VelaColorPickerLib;
 
 namespace {
-
-VelaColor lastColor(const QSignalSpy& spy)
-{
-    return spy.last().first().value<VelaColor>();
-}
 
 /// The page with its views.
 struct Bench

@@ -1,6 +1,8 @@
 #include "picker/RgbSlidersWidget.h"
 
+#include "ColorSignals.h"
 #include "PickerInput.h"
+#include "SliderRows.h"
 #include "picker/ColorTrack.h"
 
 #include <QLabel>
@@ -11,21 +13,6 @@
 using namespace VelaColorPickerLib;
 
 namespace {
-
-VelaColor lastColor(const QSignalSpy& spy)
-{
-    return spy.last().first().value<VelaColor>();
-}
-
-ColorTrack* track(const QWidget& widget, const char* name)
-{
-    return widget.findChild<ColorTrack*>(QLatin1String(name) + QStringLiteral("Track"));
-}
-
-QSpinBox* box(const QWidget& widget, const char* name)
-{
-    return widget.findChild<QSpinBox*>(QLatin1String(name) + QStringLiteral("SpinBox"));
-}
 
 const char* const kNames[] = {"red", "green", "blue"};
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "map/MapModel.h"
-#include "output/TalvisSocket.h"
+#include "tests/output/SilentSocket.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -10,22 +10,6 @@
 
 #include <memory>
 #include <vector>
-
-/// Keeps everything that the model sends to itself.
-class SilentSocket : public TalvisSocket
-{
-public:
-    SilentSocket()
-        : TalvisSocket(nullptr)
-    {}
-    bool sendTo(const char* /*ip*/, const char* /*data*/, int /*length*/) override { return true; }
-    bool sendToAddress(const QHostAddress& /*address*/, const char* /*data*/,
-                       int /*length*/) override
-    {
-        return true;
-    }
-    bool sendBroadcast(const char* /*data*/, int /*length*/) override { return true; }
-};
 
 struct SimMapLight
 {
